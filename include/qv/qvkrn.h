@@ -1,0 +1,161 @@
+/*
+ * The imaging kernel of Qvkrnx.dll: the BITMAPHANDLE descriptor, its pixel
+ * memory, palettes, regions, bitmap lists, status callbacks, image files and
+ * painting.
+ *
+ * Conventions of every function here: C linkage, exported by name, a signed
+ * result (QV_SUCCESS or a negative code of qverror.h), a trailing uFlags word
+ * whose undefined bits are refused with QV_ERROR_INVALID_FLAGS, and every
+ * pointer argument checked (null, unmapped, not writable) before use.
+ */
+#ifndef QV_QVKRN_H
+#define QV_QVKRN_H
+
+#include "qvbase.h"
+#include "qverror.h"
+
+/* BITMAPHANDLE.uFlags */
+#define QV_BMF_ALLOCATED 0x0001u   /* pData holds pixel memory owned by the kernel */
+#define QV_BMF_SIGNED 0x0200u      /* samples are two's-complement signed (12/16-bit gray) */
+#define QV_BMF_USELUT 0x0800u      /* painted through its window-level LUT (pLUT, uLUTLength) */
+
+/* BITMAPHANDLE.uOrder */
+#define QV_ORDER_RGB 0u
+#define QV_ORDER_BGR 1u
+#define QV_ORDER_GRAY 2u
+
+/* BITMAPHANDLE.uRgnFlags */
+#define QV_RGN_SET 0x0001u         /* a region is set: rcRgn, and pRgnMask when not null */
+
+#define QV_MAX_PALETTE_ENTRIES 256
+
+#pragma pack(push, 8)
+/*
+ * The caller-owned bitmap descriptor. Offsets 0 to 28 and 68 are fixed and
+ * relied on by the dialogs and by hosts; the rest is laid out here and kept
+ * stable as well. Pixel rows are top-down, nBytesPerLine apart (a multiple of
+ * 4). Formats by nBitsPerPixel:
+ *   1, 2, 4   palette indices packed most significant bit first
+ *   8         palette index, or gray when uOrder is QV_ORDER_GRAY
+ *   12        gray in 16-bit little-endian words holding 0..4095
+ *   16        gray (uOrder QV_ORDER_GRAY, signed or not) or color 5-6-5
+ *   24, 32    three color bytes in uOrder (BGR or RGB), 32 with alpha last
+ *   48, 64    three 16-bit samples in uOrder, 64 with alpha last
+ */
+typedef struct tagBITMAPHANDLE {
+  uint32_t uStructSize;        /*    0  sizeof(BITMAPHANDLE) */
+  uint32_t uFlags;             /*    4  QV_BMF_* */
+  uint8_t* pData;              /*    8  pixel rows, owned by the kernel */
+  int32_t nWidth;              /*   16 */
+  int32_t nHeight;             /*   20 */
+  int32_t nBitsPerPixel;       /*   24  1, 2, 4, 8, 12, 16, 24, 32, 48, 64 */
+  int32_t nBytesPerLine;       /*   28  a multiple of 4 */
+  uint64_t uDataSize;          /*   32  bytes at pData (nBytesPerLine x nHeight) */
+  int32_t nColors;             /*   40  palette entries in use (indexed formats) */
+  int32_t nLowBit;             /*   44  lowest significant bit of gray samples */
+  int32_t nHighBit;            /*   48  highest significant bit of gray samples */
+  uint32_t uLUTLength;         /*   52  entries at pLUT */
+  RGBQUAD* pLUT;               /*   56  window-level LUT (a kernel-owned copy), or null */
+  int32_t nXResolution;        /*   64  dots per inch */
+  uint32_t uOrder;             /*   68  QV_ORDER_* */
+  int32_t nYResolution;        /*   72  dots per inch */
+  uint32_t uRgnFlags;          /*   76  QV_RGN_* */
+  RECT rcRgn;                  /*   80  region bounds in pixels, right and bottom exclusive */
+  uint8_t* pRgnMask;           /*   96  null: the whole of rcRgn; else one byte per pixel of rcRgn, nonzero inside */
+  int32_t nRgnMaskStride;      /*  104  bytes per mask row */
+  uint32_t uReserved;          /*  108 */
+  RGBQUAD Palette[QV_MAX_PALETTE_ENTRIES]; /* 112 */
+  uint8_t Reserved[16];        /* 1136 */
+} BITMAPHANDLE;                /* 1152 */
+#pragma pack(pop)
+
+#ifdef __cplusplus
+#define QV_OFFSET_CHECK(field, off) \
+  QV_STATIC_ASSERT(offsetof(BITMAPHANDLE, field) == off, "BITMAPHANDLE." #field " is at " #off)
+#else
+#define QV_OFFSET_CHECK(field, off) \
+  QV_STATIC_ASSERT(offsetof(BITMAPHANDLE, field) == off, "BITMAPHANDLE field offset")
+#endif
+QV_OFFSET_CHECK(uStructSize, 0);
+QV_OFFSET_CHECK(uFlags, 4);
+QV_OFFSET_CHECK(pData, 8);
+QV_OFFSET_CHECK(nWidth, 16);
+QV_OFFSET_CHECK(nHeight, 20);
+QV_OFFSET_CHECK(nBitsPerPixel, 24);
+QV_OFFSET_CHECK(nBytesPerLine, 28);
+QV_OFFSET_CHECK(uDataSize, 32);
+QV_OFFSET_CHECK(pLUT, 56);
+QV_OFFSET_CHECK(uOrder, 68);
+QV_OFFSET_CHECK(rcRgn, 80);
+QV_OFFSET_CHECK(pRgnMask, 96);
+QV_OFFSET_CHECK(Palette, 112);
+#undef QV_OFFSET_CHECK
+QV_STATIC_ASSERT(sizeof(BITMAPHANDLE) == 1152, "BITMAPHANDLE is 1152 bytes");
+
+/* An ordered list of bitmaps, owned by the kernel. */
+typedef struct QVBITMAPLIST_* HBITMAPLIST;
+
+/*
+ * Progress of long operations: called on the calling thread with 0..100;
+ * any return other than QV_SUCCESS stops the operation, which then returns
+ * QV_ERROR_USER_ABORT. Registered per thread.
+ */
+typedef int (*pQVSTATUSCALLBACK)(int nPercentComplete, void* pUserData);
+
+/* Q_SaveBitmap formats */
+#define QV_FILE_BMP 1u
+#define QV_FILE_PNG 2u
+#define QV_FILE_JPEG 3u
+#define QV_FILE_TIFF 4u
+#define QV_FILE_PNM 5u
+
+QV_BEGIN_C
+
+/* Descriptor and memory */
+int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight, int nBitsPerPixel,
+                 unsigned int uFlags);
+int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags);
+int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight, int nBitsPerPixel,
+                   unsigned int uOrder, const RGBQUAD* pPalette, int nColors, unsigned int uFlags);
+int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags);
+int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc, unsigned int uFlags);
+int Q_IsValidBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
+int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
+
+/* Regions */
+int Q_SetBitmapRgnRect(BITMAPHANDLE* p, const RECT* pRect, unsigned int uFlags);
+int Q_SetBitmapRgnMask(BITMAPHANDLE* p, const RECT* pBounds, const uint8_t* pMask, int nMaskStride,
+                       unsigned int uFlags);
+int Q_BitmapHasRgn(const BITMAPHANDLE* p, unsigned int uFlags);
+int Q_GetBitmapRgnBounds(const BITMAPHANDLE* p, RECT* pRect, unsigned int uFlags);
+int Q_FreeBitmapRgn(BITMAPHANDLE* p, unsigned int uFlags);
+
+/* Bitmap lists */
+int Q_CreateBitmapList(HBITMAPLIST* phList, unsigned int uFlags);
+int Q_InsertBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, const BITMAPHANDLE* p, unsigned int uFlags);
+int Q_RemoveBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, BITMAPHANDLE* pOut, unsigned int uFlags);
+int Q_GetBitmapListCount(HBITMAPLIST hList, unsigned int* puCount, unsigned int uFlags);
+int Q_GetBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, BITMAPHANDLE* pOut, unsigned int uStructSize,
+                        unsigned int uFlags);
+int Q_DestroyBitmapList(HBITMAPLIST hList, unsigned int uFlags);
+
+/* Status callbacks */
+int Q_SetStatusCallBack(pQVSTATUSCALLBACK pfnCallback, void* pUserData, unsigned int uFlags);
+int Q_GetStatusCallBack(pQVSTATUSCALLBACK* ppfnCallback, void** ppUserData, unsigned int uFlags);
+
+/* Files. nBitsPerPixel 0 and uOrder 0xFFFFFFFF keep what the file holds. */
+int Q_LoadBitmap(const wchar_t* pszPath, BITMAPHANDLE* p, unsigned int uStructSize, int nBitsPerPixel,
+                 unsigned int uOrder, unsigned int uFlags);
+int Q_SaveBitmap(const wchar_t* pszPath, const BITMAPHANDLE* p, unsigned int uFormat, unsigned int uFlags);
+
+#ifdef _WIN32
+/* Palettes and painting (Windows only) */
+int Q_GetBitmapPalette(const BITMAPHANDLE* p, HPALETTE* phPalette, unsigned int uFlags);
+int Q_DupPalette(HPALETTE hSrc, HPALETTE* phDst, unsigned int uFlags);
+int Q_PaintBitmap(HDC hDC, const BITMAPHANDLE* p, const RECT* pSrc, const RECT* pDst, unsigned int uFlags);
+int Q_CreatePaintPalette(HDC hDC, const BITMAPHANDLE* p, HPALETTE* phPalette, unsigned int uFlags);
+#endif
+
+QV_END_C
+
+#endif /* QV_QVKRN_H */

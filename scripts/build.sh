@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Configures (once) and builds one of the two configurations:
+#   native   - the portable libraries, native tests and benchmarks (Linux g++)
+#   asan     - the same with AddressSanitizer and UndefinedBehaviorSanitizer
+#   windows  - the DLLs, the demo and the Wine test executables (MinGW-w64)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+config=${1:?native, asan or windows}
+shift || true
+jobs=${QV_JOBS:-2}
+case "$config" in
+  native)  dir=build/native; args=(-DCMAKE_BUILD_TYPE=Release) ;;
+  asan)    dir=build/asan;   args=(-DCMAKE_BUILD_TYPE=Debug -DQV_SANITIZE=ON -DQV_BENCHMARKS=OFF) ;;
+  windows) dir=build/win;    args=(-DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake) ;;
+  *) echo "unknown configuration $config" >&2; exit 2 ;;
+esac
+if [ ! -f "$dir/build.ninja" ]; then
+  cmake -S . -B "$dir" -G Ninja "${args[@]}" >/dev/null
+fi
+cmake --build "$dir" -j "$jobs" "$@"

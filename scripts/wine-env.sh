@@ -1,0 +1,20 @@
+# Sourced by the scripts that run Windows programs: a private Wine prefix inside
+# the build tree, no Mono or Gecko installer prompts, quiet Wine logging.
+QV_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export PATH=/usr/lib/wine:$PATH
+export WINEPREFIX=${WINEPREFIX:-$QV_ROOT/build/win/wineprefix}
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-"mscoree=;mshtml="}
+export WINEARCH=win64
+QV_BIN=$QV_ROOT/build/win/bin
+
+# Creates the prefix on first use (about 20 seconds), then waits for the
+# wineserver so that the first test does not race the prefix set-up.
+qv_wine_prefix() {
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    echo "creating Wine prefix in $WINEPREFIX"
+    mkdir -p "$WINEPREFIX"
+    wine64 wineboot -i >/dev/null 2>&1 || true
+    wineserver -w
+  fi
+}
