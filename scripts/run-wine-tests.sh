@@ -14,7 +14,7 @@ while read -r exe; do
   name=$(basename "$exe" .exe)
   log=$logdir/$name.log
   echo "== $name"
-  ( cd "$QV_BIN" && timeout 900 wine64 "$exe" "$@" ) >"$log" 2>&1
+  ( cd "$QV_BIN" && timeout 600 wine64 "$exe" "$@" ) >"$log" 2>&1
   rc=$?
   grep -E '^\[(  PASSED  |  FAILED  |==========)\]|^\[  FAILED  \]' "$log" | sed 's/^/   /'
   p=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -1)

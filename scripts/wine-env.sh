@@ -15,6 +15,8 @@ qv_wine_prefix() {
     echo "creating Wine prefix in $WINEPREFIX"
     mkdir -p "$WINEPREFIX"
     wine64 wineboot -i >/dev/null 2>&1 || true
+    # A crashing test must fail, not wait for someone to close a crash dialog.
+    wine64 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 || true
     wineserver -w
   fi
 }
