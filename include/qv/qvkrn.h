@@ -29,6 +29,16 @@
 
 #define QV_MAX_PALETTE_ENTRIES 256
 
+/* Q_IsGrayScaleBitmap results (not error codes: 0 is a valid answer) */
+#define QV_GRAY_NONE 0             /* not a gray image */
+#define QV_GRAY_ORDERED 1          /* gray samples, or a gray palette ordered dark to light */
+#define QV_GRAY_INVERSE 2          /* a gray palette ordered light to dark */
+#define QV_GRAY_NOT_ORDERED 3      /* a gray palette whose entries are not in order */
+
+/* Q_LoadBitmap: keep what the file holds */
+#define QV_LOAD_KEEP_BITS 0
+#define QV_LOAD_KEEP_ORDER 0xFFFFFFFFu
+
 #pragma pack(push, 8)
 /*
  * The caller-owned bitmap descriptor. Offsets 0 to 28 and 68 are fixed and
