@@ -1,0 +1,18 @@
+/*
+ * Widening of the narrow pattern names: from the ANSI code page on Windows,
+ * from UTF-8 elsewhere. Invalid byte sequences are refused, not replaced, so a
+ * damaged name is reported instead of shown garbled.
+ */
+#ifndef QV_DLGKERNEL_NARROWTEXT_H
+#define QV_DLGKERNEL_NARROWTEXT_H
+
+#include <cstddef>
+#include <string>
+
+namespace qv {
+
+bool NarrowToWide(const char* psz, std::size_t length, std::wstring& out);
+
+}  // namespace qv
+
+#endif

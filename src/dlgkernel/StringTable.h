@@ -1,0 +1,27 @@
+/*
+ * The built-in string table: one entry per string id with its English and
+ * German text. The table itself lives in StringTableData.cpp; this header is
+ * how the store and the tests reach it.
+ */
+#ifndef QV_DLGKERNEL_STRINGTABLE_H
+#define QV_DLGKERNEL_STRINGTABLE_H
+
+#include <vector>
+
+namespace qv {
+
+struct StringEntry {
+  unsigned uId;
+  const wchar_t* pszEnglish;
+  const wchar_t* pszGerman;
+};
+
+// The entry of an id, or null when the table has no text for it.
+const StringEntry* FindStringEntry(unsigned id);
+
+// Every id of the table, ascending.
+std::vector<unsigned> AllStringIds();
+
+}  // namespace qv
+
+#endif

@@ -1,0 +1,253 @@
+// The color conversions: known anchor colors, agreement of the Lab transform
+// with lcms2 (as a reference only), stability of every model under a round
+// trip through RGB, and refusal of bad records.
+#include <gtest/gtest.h>
+#include <lcms2.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+
+#include "LabConverter.h"
+#include "qv/qvdlgkrn.h"
+
+namespace {
+
+bool operator==(const QVRGB& a, const QVRGB& b) {
+  return a.nRed == b.nRed && a.nGreen == b.nGreen && a.nBlue == b.nBlue;
+}
+
+double DeltaE(const cmsCIELab& a, const cmsCIELab& b) {
+  return std::sqrt((a.L - b.L) * (a.L - b.L) + (a.a - b.a) * (a.a - b.a) + (a.b - b.b) * (a.b - b.b));
+}
+
+// sRGB <-> Lab (D50) transforms of lcms2, released with the fixture.
+class LcmsReference : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    cmsHPROFILE srgb = cmsCreate_sRGBProfile();
+    cmsHPROFILE lab = cmsCreateLab4Profile(nullptr);
+    m_toLab = cmsCreateTransform(srgb, TYPE_RGB_DBL, lab, TYPE_Lab_DBL, INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOOPTIMIZE);
+    m_fromLab = cmsCreateTransform(lab, TYPE_Lab_DBL, srgb, TYPE_RGB_DBL, INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOOPTIMIZE);
+    cmsCloseProfile(srgb);
+    cmsCloseProfile(lab);
+    ASSERT_NE(m_toLab, nullptr);
+    ASSERT_NE(m_fromLab, nullptr);
+  }
+  void TearDown() override {
+    if (m_toLab) cmsDeleteTransform(m_toLab);
+    if (m_fromLab) cmsDeleteTransform(m_fromLab);
+  }
+  cmsCIELab ReferenceLab(double r, double g, double b) const {
+    const double rgb[3] = {r, g, b};
+    cmsCIELab lab;
+    cmsDoTransform(m_toLab, rgb, &lab, 1);
+    return lab;
+  }
+  void ReferenceRgb(const cmsCIELab& lab, double rgb[3]) const { cmsDoTransform(m_fromLab, &lab, rgb, 1); }
+
+  cmsHTRANSFORM m_toLab = nullptr;
+  cmsHTRANSFORM m_fromLab = nullptr;
+};
+
+}  // namespace
+
+TEST(ColorModels, AnchorColors) {
+  struct Case {
+    QVRGB rgb;
+    QVHSB hsb;
+    QVHLS hls;
+    QVCMYK cmyk;
+  };
+  const Case cases[] = {
+      {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0, 100}},
+      {{255, 255, 255}, {0, 0, 100}, {0, 100, 0}, {0, 0, 0, 0}},
+      {{255, 0, 0}, {0, 100, 100}, {0, 50, 100}, {0, 100, 100, 0}},
+      {{0, 255, 0}, {120, 100, 100}, {120, 50, 100}, {100, 0, 100, 0}},
+      {{0, 0, 255}, {240, 100, 100}, {240, 50, 100}, {100, 100, 0, 0}},
+      {{255, 255, 0}, {60, 100, 100}, {60, 50, 100}, {0, 0, 100, 0}},
+      {{128, 0, 128}, {300, 100, 50}, {300, 25, 100}, {0, 100, 0, 50}},
+      {{255, 128, 128}, {0, 50, 100}, {0, 75, 100}, {0, 50, 50, 0}},
+      {{102, 51, 153}, {270, 67, 60}, {270, 40, 50}, {33, 67, 0, 40}},
+  };
+  for (const auto& c : cases) {
+    QVHSB hsb{};
+    QVHLS hls{};
+    QVCMYK cmyk{};
+    QVCMY cmy{};
+    ASSERT_EQ(Q_DlgRGBToHSB(&c.rgb, &hsb), QV_SUCCESS);
+    ASSERT_EQ(Q_DlgRGBToHLS(&c.rgb, &hls), QV_SUCCESS);
+    ASSERT_EQ(Q_DlgRGBToCMYK(&c.rgb, &cmyk), QV_SUCCESS);
+    ASSERT_EQ(Q_DlgRGBToCMY(&c.rgb, &cmy), QV_SUCCESS);
+    SCOPED_TRACE(testing::Message() << c.rgb.nRed << "," << c.rgb.nGreen << "," << c.rgb.nBlue);
+    EXPECT_EQ(hsb.nHue, c.hsb.nHue);
+    EXPECT_EQ(hsb.nSaturation, c.hsb.nSaturation);
+    EXPECT_EQ(hsb.nBrightness, c.hsb.nBrightness);
+    EXPECT_EQ(hls.nHue, c.hls.nHue);
+    EXPECT_EQ(hls.nLightness, c.hls.nLightness);
+    EXPECT_EQ(hls.nSaturation, c.hls.nSaturation);
+    EXPECT_EQ(cmyk.nCyan, c.cmyk.nCyan);
+    EXPECT_EQ(cmyk.nMagenta, c.cmyk.nMagenta);
+    EXPECT_EQ(cmyk.nYellow, c.cmyk.nYellow);
+    EXPECT_EQ(cmyk.nBlack, c.cmyk.nBlack);
+    EXPECT_EQ(cmy.nCyan, 255 - c.rgb.nRed);
+    EXPECT_EQ(cmy.nMagenta, 255 - c.rgb.nGreen);
+    EXPECT_EQ(cmy.nYellow, 255 - c.rgb.nBlue);
+  }
+  // A hue just below red must wrap to 0, never come out as 360.
+  const QVRGB nearlyRed{255, 0, 1};
+  QVHSB hsb{};
+  ASSERT_EQ(Q_DlgRGBToHSB(&nearlyRed, &hsb), QV_SUCCESS);
+  EXPECT_EQ(hsb.nHue, 0);
+}
+
+TEST_F(LcmsReference, RgbToLabAgreesWithin_0_5_DeltaE) {
+  const auto& converter = qv::LabConverter::Instance();
+  double worst = 0.0;
+  for (int r = 0; r <= 255; r += 15)
+    for (int g = 0; g <= 255; g += 15)
+      for (int b = 0; b <= 255; b += 15) {
+        const cmsCIELab reference = ReferenceLab(r / 255.0, g / 255.0, b / 255.0);
+        const qv::LabValue ours = converter.ToLab(r / 255.0, g / 255.0, b / 255.0);
+        const double dE = DeltaE(reference, cmsCIELab{ours.L, ours.a, ours.b});
+        worst = std::max(worst, dE);
+        ASSERT_LE(dE, 0.5) << r << "," << g << "," << b;
+        // The exported record is the exact value rounded.
+        const QVRGB rgb{r, g, b};
+        QVLAB lab{};
+        ASSERT_EQ(Q_DlgRGBToLab(&rgb, &lab), QV_SUCCESS);
+        EXPECT_LE(std::abs(lab.nL - static_cast<int>(std::lround(reference.L))), 1);
+        EXPECT_LE(std::abs(lab.nA - static_cast<int>(std::lround(reference.a))), 1);
+        EXPECT_LE(std::abs(lab.nB - static_cast<int>(std::lround(reference.b))), 1);
+      }
+  std::printf("worst RGB->Lab difference from lcms2: %.4f dE\n", worst);
+}
+
+TEST_F(LcmsReference, LabToRgbAgreesWithin_0_5_DeltaE) {
+  const auto& converter = qv::LabConverter::Instance();
+  double worst = 0.0;
+  int inGamutCount = 0;
+  for (int L = 0; L <= 100; L += 5)
+    for (int a = -120; a <= 120; a += 10)
+      for (int b = -120; b <= 120; b += 10) {
+        double reference[3];
+        ReferenceRgb(cmsCIELab{double(L), double(a), double(b)}, reference);
+        double r, g, bl;
+        converter.FromLab(qv::LabValue{double(L), double(a), double(b)}, r, g, bl);
+        // Out of gamut both sides clip; compare the colors they would show.
+        auto clip = [](double v) { return std::min(1.0, std::max(0.0, v)); };
+        const cmsCIELab refShown = ReferenceLab(clip(reference[0]), clip(reference[1]), clip(reference[2]));
+        const cmsCIELab ourShown = ReferenceLab(clip(r), clip(g), clip(bl));
+        const double dE = DeltaE(refShown, ourShown);
+        worst = std::max(worst, dE);
+        ASSERT_LE(dE, 0.5) << L << "," << a << "," << b;
+        // Inside the gamut the exported record is the reference rounded.
+        const bool inGamut = clip(reference[0]) == reference[0] && clip(reference[1]) == reference[1] &&
+                             clip(reference[2]) == reference[2];
+        const QVLAB lab{L, a, b};
+        QVRGB rgb{};
+        ASSERT_EQ(Q_DlgLabToRGB(&lab, &rgb), QV_SUCCESS);
+        if (inGamut) {
+          ++inGamutCount;
+          EXPECT_LE(std::abs(rgb.nRed - static_cast<int>(std::lround(reference[0] * 255))), 1);
+          EXPECT_LE(std::abs(rgb.nGreen - static_cast<int>(std::lround(reference[1] * 255))), 1);
+          EXPECT_LE(std::abs(rgb.nBlue - static_cast<int>(std::lround(reference[2] * 255))), 1);
+        }
+      }
+  EXPECT_GT(inGamutCount, 500) << "the grid must reach into the gamut";
+  std::printf("worst Lab->RGB difference from lcms2: %.4f dE (%d grid points in gamut)\n", worst, inGamutCount);
+}
+
+// A value shown in a model, converted to RGB and back, must come back within
+// one unit of the model, so that the color picker's numbers do not drift. Hue
+// is compared only where the color has enough chroma for one degree to be
+// representable in 8-bit RGB, and saturation only where the color is not black.
+TEST(ColorModels, EveryModelRoundTripsThroughRgbWithinOneUnit) {
+  auto near = [](int a, int b) { return std::abs(a - b) <= 1; };
+  auto nearHue = [](int a, int b) {
+    const int d = std::abs(a - b) % 360;
+    return std::min(d, 360 - d) <= 1;
+  };
+  for (int r = 0; r <= 255; r += 5)
+    for (int g = 0; g <= 255; g += 5)
+      for (int b = 0; b <= 255; b += 5) {
+        SCOPED_TRACE(testing::Message() << r << "," << g << "," << b);
+        const QVRGB rgb{r, g, b};
+        const int maxV = std::max({r, g, b}), minV = std::min({r, g, b});
+        const bool hueStable = maxV - minV >= 64;
+        QVRGB back{};
+
+        QVHSB hsb{}, hsb2{};
+        ASSERT_EQ(Q_DlgRGBToHSB(&rgb, &hsb), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgHSBToRGB(&hsb, &back), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgRGBToHSB(&back, &hsb2), QV_SUCCESS);
+        EXPECT_TRUE(near(hsb.nBrightness, hsb2.nBrightness));
+        if (maxV >= 64) {
+          EXPECT_TRUE(near(hsb.nSaturation, hsb2.nSaturation));
+        }
+        if (hueStable) {
+          EXPECT_TRUE(nearHue(hsb.nHue, hsb2.nHue)) << hsb.nHue << " vs " << hsb2.nHue;
+        }
+
+        QVHLS hls{}, hls2{};
+        ASSERT_EQ(Q_DlgRGBToHLS(&rgb, &hls), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgHLSToRGB(&hls, &back), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgRGBToHLS(&back, &hls2), QV_SUCCESS);
+        EXPECT_TRUE(near(hls.nLightness, hls2.nLightness));
+        if (maxV - minV >= 64) {
+          EXPECT_TRUE(near(hls.nSaturation, hls2.nSaturation));
+        }
+        if (hueStable) {
+          EXPECT_TRUE(nearHue(hls.nHue, hls2.nHue));
+        }
+
+        QVCMY cmy{};
+        ASSERT_EQ(Q_DlgRGBToCMY(&rgb, &cmy), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgCMYToRGB(&cmy, &back), QV_SUCCESS);
+        EXPECT_TRUE(back == rgb);
+
+        QVCMYK cmyk{}, cmyk2{};
+        ASSERT_EQ(Q_DlgRGBToCMYK(&rgb, &cmyk), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgCMYKToRGB(&cmyk, &back), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgRGBToCMYK(&back, &cmyk2), QV_SUCCESS);
+        EXPECT_TRUE(near(cmyk.nBlack, cmyk2.nBlack));
+        if (maxV >= 64) {
+          EXPECT_TRUE(near(cmyk.nCyan, cmyk2.nCyan));
+          EXPECT_TRUE(near(cmyk.nMagenta, cmyk2.nMagenta));
+          EXPECT_TRUE(near(cmyk.nYellow, cmyk2.nYellow));
+        }
+
+        QVLAB lab{}, lab2{};
+        ASSERT_EQ(Q_DlgRGBToLab(&rgb, &lab), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgLabToRGB(&lab, &back), QV_SUCCESS);
+        ASSERT_EQ(Q_DlgRGBToLab(&back, &lab2), QV_SUCCESS);
+        EXPECT_TRUE(near(lab.nL, lab2.nL) && near(lab.nA, lab2.nA) && near(lab.nB, lab2.nB))
+            << lab.nL << "," << lab.nA << "," << lab.nB << " vs " << lab2.nL << "," << lab2.nA << "," << lab2.nB;
+      }
+}
+
+TEST(ColorModels, BadRecordsAreRefusedAndLeaveTheOutputAlone) {
+  const QVRGB sentinel{-7, -7, -7};
+  QVRGB out = sentinel;
+  const QVHSB badHsb[] = {{360, 50, 50}, {-1, 50, 50}, {0, 101, 50}, {0, 50, -1}};
+  for (const auto& c : badHsb) EXPECT_EQ(Q_DlgHSBToRGB(&c, &out), QV_ERROR_INVALID_PARAMETER);
+  const QVHLS badHls{10, 101, 0};
+  EXPECT_EQ(Q_DlgHLSToRGB(&badHls, &out), QV_ERROR_INVALID_PARAMETER);
+  const QVCMY badCmy{256, 0, 0};
+  EXPECT_EQ(Q_DlgCMYToRGB(&badCmy, &out), QV_ERROR_INVALID_PARAMETER);
+  const QVCMYK badCmyk{0, 0, 0, 101};
+  EXPECT_EQ(Q_DlgCMYKToRGB(&badCmyk, &out), QV_ERROR_INVALID_PARAMETER);
+  const QVLAB badLab[] = {{101, 0, 0}, {50, 128, 0}, {50, 0, -129}};
+  for (const auto& c : badLab) EXPECT_EQ(Q_DlgLabToRGB(&c, &out), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_TRUE(out == sentinel);
+
+  const QVRGB badRgb{0, 256, 0};
+  QVLAB lab{1, 2, 3};
+  EXPECT_EQ(Q_DlgRGBToLab(&badRgb, &lab), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(lab.nL, 1);
+  const QVRGB good{10, 20, 30};
+  EXPECT_EQ(Q_DlgRGBToLab(nullptr, &lab), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgRGBToLab(&good, nullptr), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgRGBToHSB(reinterpret_cast<const QVRGB*>(0x10), nullptr), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgRGBToCMYK(&good, reinterpret_cast<QVCMYK*>(0x10)), QV_ERROR_INVALID_PARAMETER);
+}

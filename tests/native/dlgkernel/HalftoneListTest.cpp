@@ -1,0 +1,125 @@
+// The narrow-to-wide copy of the halftone pattern list: names widened (UTF-8
+// in the native build), pointers carried over, damaged lists refused, and only
+// copies made by the kernel released.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "qv/qvdlgkrn.h"
+
+namespace {
+
+struct NarrowList {
+  std::vector<std::string> names;
+  std::vector<QVHALFTONEPATTERNA> entries;
+  QVHALFTONELISTA list{};
+  BITMAPHANDLE bitmaps[3]{};
+
+  explicit NarrowList(std::vector<std::string> patternNames) : names(std::move(patternNames)) {
+    entries.resize(names.size());
+    for (size_t i = 0; i < names.size(); ++i) {
+      entries[i].uStructSize = 0xDEAD;  // not checked: the caller's value is reserved
+      entries[i].pBitmap = &bitmaps[i % 3];
+      entries[i].pUserData = reinterpret_cast<void*>(0x1000 + i);
+      entries[i].pszName = &names[i][0];
+    }
+    list.uStructSize = sizeof(QVHALFTONELISTA);
+    list.uReserved1 = 11;
+    list.uReserved2 = 22;
+    list.uCount = static_cast<uint32_t>(entries.size());
+    list.pEntries = entries.data();
+  }
+};
+
+}  // namespace
+
+TEST(HalftoneList, CopiesNonAsciiNamesAndKeepsPointers) {
+  NarrowList source({"Punkte grün", "Ω-Raster", "", "日本語", "plain"});
+  source.entries[2].pszName = nullptr;
+  const QVHALFTONELISTA before = source.list;
+
+  QVHALFTONELISTW* copy = nullptr;
+  ASSERT_EQ(Q_DlgConvertHalftoneListA(&source.list, &copy), QV_SUCCESS);
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->uCount, 5u);
+  EXPECT_EQ(copy->uStructSize, sizeof(QVHALFTONELISTW));
+  EXPECT_EQ(copy->uReserved1, 11u);
+  EXPECT_EQ(copy->uReserved2, 22u);
+  const wchar_t* expected[] = {L"Punkte grün", L"Ω-Raster", nullptr, L"日本語", L"plain"};
+  for (uint32_t i = 0; i < copy->uCount; ++i) {
+    const QVHALFTONEPATTERNW& entry = copy->pEntries[i];
+    EXPECT_EQ(entry.uStructSize, 28u);
+    EXPECT_EQ(entry.pBitmap, source.entries[i].pBitmap);
+    EXPECT_EQ(entry.pUserData, source.entries[i].pUserData);
+    if (expected[i])
+      EXPECT_EQ(std::wstring(entry.pszName), expected[i]) << i;
+    else
+      EXPECT_EQ(entry.pszName, nullptr);
+  }
+  // The source is read only.
+  EXPECT_EQ(std::memcmp(&before, &source.list, sizeof(before)), 0);
+  EXPECT_EQ(source.entries[0].uStructSize, 0xDEADu);
+
+  EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_ERROR_INVALID_HANDLE) << "a second release is refused";
+}
+
+TEST(HalftoneList, EmptyListAndIndependentCopies) {
+  QVHALFTONELISTA empty{};
+  QVHALFTONELISTW* copy = nullptr;
+  ASSERT_EQ(Q_DlgConvertHalftoneListA(&empty, &copy), QV_SUCCESS);
+  EXPECT_EQ(copy->uCount, 0u);
+  EXPECT_EQ(copy->pEntries, nullptr);
+
+  NarrowList source({"a", "b"});
+  QVHALFTONELISTW* first = nullptr;
+  QVHALFTONELISTW* second = nullptr;
+  ASSERT_EQ(Q_DlgConvertHalftoneListA(&source.list, &first), QV_SUCCESS);
+  ASSERT_EQ(Q_DlgConvertHalftoneListA(&source.list, &second), QV_SUCCESS);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(first), QV_SUCCESS);
+  EXPECT_EQ(std::wstring(second->pEntries[1].pszName), L"b") << "releasing one copy leaves the other";
+  EXPECT_EQ(Q_DlgFreeHalftoneList(second), QV_SUCCESS);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
+}
+
+TEST(HalftoneList, DamagedListsAreRefusedWithoutOutput) {
+  QVHALFTONELISTW* const untouched = reinterpret_cast<QVHALFTONELISTW*>(0x1234);
+  QVHALFTONELISTW* copy = untouched;
+
+  NarrowList invalidUtf8({"ok", std::string("bad \xC3\x28 name")});
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&invalidUtf8.list, &copy), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(copy, untouched);
+
+  NarrowList cutShort({"\xE6\x97"});  // a three-byte sequence missing its last byte
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&cutShort.list, &copy), QV_ERROR_INVALID_PARAMETER);
+
+  NarrowList unmappedName({"x"});
+  unmappedName.entries[0].pszName = reinterpret_cast<char*>(0x10);
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&unmappedName.list, &copy), QV_ERROR_INVALID_PARAMETER);
+
+  NarrowList hugeCount({"x"});
+  hugeCount.list.uCount = 0xFFFFFFFFu;
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&hugeCount.list, &copy), QV_ERROR_INVALID_PARAMETER);
+
+  NarrowList nullEntries({"x"});
+  nullEntries.list.pEntries = nullptr;
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&nullEntries.list, &copy), QV_ERROR_INVALID_PARAMETER);
+
+  std::string longName(QV_HALFTONE_MAX_NAME + 1, 'n');
+  NarrowList tooLong({longName});
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&tooLong.list, &copy), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(copy, untouched);
+
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(nullptr, &copy), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(reinterpret_cast<const QVHALFTONELISTA*>(0x10), &copy),
+            QV_ERROR_INVALID_PARAMETER);
+  NarrowList fine({"x"});
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&fine.list, nullptr), QV_ERROR_INVALID_PARAMETER);
+
+  QVHALFTONELISTW foreign{};
+  EXPECT_EQ(Q_DlgFreeHalftoneList(&foreign), QV_ERROR_INVALID_HANDLE);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(nullptr), QV_ERROR_INVALID_PARAMETER);
+}
