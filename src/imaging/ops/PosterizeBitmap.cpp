@@ -1,0 +1,36 @@
+// Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table.
+#include "../ExportGuard.h"
+#include "ChannelLut.h"
+#include "OpsCommon.h"
+
+namespace qv {
+namespace ops {
+namespace {
+
+class PosterizeCurve : public ChannelMap {
+ public:
+  explicit PosterizeCurve(unsigned int levels) : m_steps(levels - 1) {}
+  uint32_t Value(int, uint32_t v, uint32_t max) const override {
+    const int64_t k = RoundDiv(static_cast<int64_t>(v) * m_steps, max);
+    return static_cast<uint32_t>(RoundDiv(k * max, m_steps));
+  }
+
+ private:
+  int64_t m_steps;
+};
+
+}  // namespace
+}  // namespace ops
+}  // namespace qv
+
+extern "C" int Q_PosterizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uLevels, unsigned int uFlags) {
+  using namespace qv::ops;
+  static constexpr FormatSet kFormats = kAllUnsigned;
+  return qv::Guarded([&] {
+    qv::PixelFormat f;
+    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
+    if (rc != QV_SUCCESS) return rc;
+    if (uLevels < 2 || uLevels > 64) return QV_ERROR_INVALID_PARAMETER;
+    return ApplyChannelMap(*pBitmap, f, PosterizeCurve(uLevels));
+  });
+}

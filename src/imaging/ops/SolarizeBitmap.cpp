@@ -1,0 +1,34 @@
+// Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
+// is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples).
+#include "../ExportGuard.h"
+#include "ChannelLut.h"
+#include "OpsCommon.h"
+
+namespace qv {
+namespace ops {
+namespace {
+
+class SolarizeCurve : public ChannelMap {
+ public:
+  explicit SolarizeCurve(uint32_t threshold) : m_threshold(threshold) {}
+  uint32_t Value(int, uint32_t v, uint32_t max) const override { return v >= m_threshold ? max - v : v; }
+
+ private:
+  uint32_t m_threshold;
+};
+
+}  // namespace
+}  // namespace ops
+}  // namespace qv
+
+extern "C" int Q_SolarizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uThreshold, unsigned int uFlags) {
+  using namespace qv::ops;
+  static constexpr FormatSet kFormats = kAllUnsigned;
+  return qv::Guarded([&] {
+    qv::PixelFormat f;
+    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
+    if (rc != QV_SUCCESS) return rc;
+    if (uThreshold > ChannelMax(f)) return QV_ERROR_INVALID_PARAMETER;
+    return ApplyChannelMap(*pBitmap, f, SolarizeCurve(uThreshold));
+  });
+}
