@@ -127,13 +127,13 @@ QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nW
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
     if (nColors < 0 || nColors > QV_MAX_PALETTE_ENTRIES) return QV_ERROR_INVALID_PARAMETER;
+    if (nBitsPerPixel >= 1 && nBitsPerPixel <= 8 && nColors > (1 << nBitsPerPixel)) return QV_ERROR_INVALID_PARAMETER;
     if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, false))
       return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE b;
     rc = InitDescriptor(&b, nWidth, nHeight, nBitsPerPixel, uOrder, (uFlags & QV_BMF_SIGNED) != 0);
     if (rc != QV_SUCCESS) return rc;
     if (pPalette && nColors > 0) {
-      if (nBitsPerPixel <= 8 && nColors > (1 << nBitsPerPixel)) return QV_ERROR_INVALID_PARAMETER;
       std::memcpy(b.Palette, pPalette, sizeof(RGBQUAD) * nColors);
       b.nColors = nColors;
     }
