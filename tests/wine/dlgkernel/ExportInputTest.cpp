@@ -1,0 +1,154 @@
+// The exports under real Windows memory rules: overrides and fetches through
+// the DLL, unmapped, read-only and unterminated buffers refused with codes, and
+// the halftone list widened from the ANSI code page.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+
+#include "qv/qvdlgkrn.h"
+
+namespace {
+
+// Two pages: the first with the given protection, the second inaccessible, so
+// that anything running past the first page would fault.
+class GuardedPages {
+ public:
+  explicit GuardedPages(DWORD firstProtection) {
+    m_base = static_cast<char*>(VirtualAlloc(nullptr, 2 * kPage, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+    DWORD old = 0;
+    VirtualProtect(m_base + kPage, kPage, PAGE_NOACCESS, &old);
+    std::memset(m_base, 'x', kPage);
+    VirtualProtect(m_base, kPage, firstProtection, &old);
+  }
+  ~GuardedPages() { VirtualFree(m_base, 0, MEM_RELEASE); }
+  GuardedPages(const GuardedPages&) = delete;
+  GuardedPages& operator=(const GuardedPages&) = delete;
+
+  char* First() const { return m_base; }
+  char* EndOfFirst() const { return m_base + kPage; }
+  static constexpr size_t kPage = 4096;
+
+ private:
+  char* m_base = nullptr;
+};
+
+std::wstring Fetch(unsigned id) {
+  unsigned length = 0;
+  if (Q_DlgGetStringLen(id, &length) != QV_SUCCESS) return L"<missing>";
+  std::wstring text(length + 1, L'\0');
+  if (Q_DlgGetString(id, &text[0], length + 1) != QV_SUCCESS) return L"<failed>";
+  text.resize(length);
+  return text;
+}
+
+}  // namespace
+
+TEST(StringExports, OverrideThroughTheDllAndNullRestores) {
+  const std::wstring builtIn = Fetch(3);
+  EXPECT_EQ(builtIn, L"Before");
+  ASSERT_EQ(Q_DlgSetString(3, L"Original"), QV_SUCCESS);
+  EXPECT_EQ(Fetch(3), L"Original");
+  ASSERT_EQ(Q_DlgSetString(3, nullptr), QV_SUCCESS);
+  EXPECT_EQ(Fetch(3), builtIn);
+
+  unsigned length = 0;
+  ASSERT_EQ(Q_DlgGetStringLen(3, &length), QV_SUCCESS);
+  wchar_t buffer[16];
+  wmemset(buffer, L'#', 16);
+  EXPECT_EQ(Q_DlgGetString(3, buffer, length), QV_ERROR_BUFFER_TOO_SMALL) << "no truncation";
+  EXPECT_EQ(buffer[0], L'#');
+  EXPECT_EQ(Q_DlgGetString(77777, buffer, 16), QV_ERROR_NOT_FOUND);
+}
+
+TEST(StringExports, HostileBuffersGiveCodes) {
+  wchar_t buffer[32];
+  EXPECT_EQ(Q_DlgGetString(1, nullptr, 32), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgGetString(1, reinterpret_cast<wchar_t*>(0x10), 32), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgGetStringLen(1, reinterpret_cast<unsigned*>(0x10)), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgGetString(1, buffer, 0), QV_ERROR_INVALID_PARAMETER);
+
+  GuardedPages readOnly(PAGE_READONLY);
+  EXPECT_EQ(Q_DlgGetString(1, reinterpret_cast<wchar_t*>(readOnly.First()), 32), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgGetStringLen(1, reinterpret_cast<unsigned*>(readOnly.First())), QV_ERROR_INVALID_PARAMETER);
+
+  // A buffer whose claimed length runs into the inaccessible page.
+  GuardedPages writable(PAGE_READWRITE);
+  wchar_t* nearEnd = reinterpret_cast<wchar_t*>(writable.EndOfFirst()) - 2;
+  EXPECT_EQ(Q_DlgGetString(1, nearEnd, 32), QV_ERROR_INVALID_PARAMETER);
+
+  // An override text without a terminator before the inaccessible page.
+  EXPECT_EQ(Q_DlgSetString(2, reinterpret_cast<const wchar_t*>(readOnly.First())), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Fetch(2), L"&Help") << "a refused override changes nothing";
+  EXPECT_EQ(Q_DlgSetString(2, reinterpret_cast<const wchar_t*>(0x10)), QV_ERROR_INVALID_PARAMETER);
+}
+
+TEST(ColorExports, HostileRecordsGiveCodesAndWriteNothing) {
+  const QVRGB rgb{10, 20, 30};
+  GuardedPages readOnly(PAGE_READONLY);
+  auto* lockedOut = reinterpret_cast<QVLAB*>(readOnly.First());
+  EXPECT_EQ(Q_DlgRGBToLab(&rgb, lockedOut), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgRGBToLab(reinterpret_cast<const QVRGB*>(0x10), nullptr), QV_ERROR_INVALID_PARAMETER);
+  // A record straddling into the inaccessible page.
+  GuardedPages writable(PAGE_READWRITE);
+  auto* straddling = reinterpret_cast<QVCMYK*>(writable.EndOfFirst() - 8);
+  EXPECT_EQ(Q_DlgRGBToCMYK(&rgb, straddling), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(writable.EndOfFirst()[-8], 'x');
+
+  QVLAB lab{};
+  ASSERT_EQ(Q_DlgRGBToLab(&rgb, &lab), QV_SUCCESS);
+  QVRGB back{};
+  ASSERT_EQ(Q_DlgLabToRGB(&lab, &back), QV_SUCCESS);
+  EXPECT_NEAR(back.nRed, 10, 3);
+  EXPECT_NEAR(back.nBlue, 30, 3);
+  unsigned length = 0;
+  EXPECT_EQ(Q_DlgGetColorNameLen(RGB(255, 165, 0), &length), QV_SUCCESS);  // orange
+  EXPECT_EQ(length, 6u);
+  int value = 0;
+  EXPECT_EQ(Q_DlgGetComponentRange(QV_RANGE_L_MIN, reinterpret_cast<int*>(readOnly.First())),
+            QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgGetComponentRange(QV_RANGE_A_MIN, &value), QV_SUCCESS);
+  EXPECT_EQ(value, -128);
+}
+
+TEST(HalftoneExports, WidensAnsiNamesAndRefusesDamage) {
+  // "grün" and "Œuvre" in Windows-1252, the ANSI code page of an English system.
+  char green[] = "gr\xFCn";
+  char oeuvre[] = "\x8Cuvre";
+  BITMAPHANDLE bitmap{};
+  QVHALFTONEPATTERNA entries[2] = {};
+  entries[0].pBitmap = &bitmap;
+  entries[0].pszName = green;
+  entries[1].pBitmap = &bitmap;
+  entries[1].pszName = oeuvre;
+  QVHALFTONELISTA list{};
+  list.uCount = 2;
+  list.pEntries = entries;
+
+  QVHALFTONELISTW* copy = nullptr;
+  ASSERT_EQ(Q_DlgConvertHalftoneListA(&list, &copy), QV_SUCCESS);
+  ASSERT_EQ(copy->uCount, 2u);
+  EXPECT_EQ(copy->pEntries[0].pBitmap, &bitmap);
+  if (GetACP() == 1252) {
+    EXPECT_STREQ(copy->pEntries[0].pszName, L"gr\u00FCn");
+    EXPECT_STREQ(copy->pEntries[1].pszName, L"\u0152uvre");
+  } else {
+    EXPECT_NE(copy->pEntries[0].pszName, nullptr);
+  }
+  EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_ERROR_INVALID_HANDLE);
+
+  // A name that runs unterminated into the inaccessible page.
+  GuardedPages readOnly(PAGE_READONLY);
+  entries[1].pszName = readOnly.First();
+  copy = nullptr;
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&list, &copy), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(copy, nullptr);
+  // Entries that end inside the inaccessible page.
+  list.pEntries = reinterpret_cast<QVHALFTONEPATTERNA*>(readOnly.EndOfFirst() - sizeof(QVHALFTONEPATTERNA));
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(&list, &copy), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgConvertHalftoneListA(reinterpret_cast<const QVHALFTONELISTA*>(0x10), &copy),
+            QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_DlgFreeHalftoneList(reinterpret_cast<QVHALFTONELISTW*>(0x10)), QV_ERROR_INVALID_HANDLE);
+}
