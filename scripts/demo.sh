@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# make demo (interim): builds the Windows configuration, then opens the sample
+# dialog under the dialog driver inside a virtual X server, lets the driver set
+# a few values and saves the dialog's screenshot to build/demo/sample.png.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/deps.sh
+bash scripts/build.sh windows
+source scripts/wine-env.sh
+qv_wine_prefix
+mkdir -p build/demo
+png=$(winepath -w "$QV_ROOT/build/demo/sample.png" 2>/dev/null)
+( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" wine64 qvsampletour.exe "$png" )
+echo "screenshot: $QV_ROOT/build/demo/sample.png"

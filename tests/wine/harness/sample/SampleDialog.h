@@ -1,0 +1,43 @@
+/*
+ * The sample dialog: a level (trackbar and edit kept in step), a channel
+ * choice, an apply check box, a swatch showing the result, a Reset button that
+ * asks through a message box, a Note button that opens a nested dialog, and a
+ * menu. OK writes the values back; Cancel leaves the caller's structure alone.
+ */
+#ifndef QV_SAMPLE_DIALOG_H
+#define QV_SAMPLE_DIALOG_H
+
+#include <windows.h>
+
+#include "QvSampleDlg.h"
+
+namespace qv::sample {
+
+class SampleDialog {
+ public:
+  SampleDialog(HINSTANCE instance, const QVSAMPLEDLGPARAMS& initial) : m_instance(instance), m_values(initial) {}
+  // IDOK or IDCANCEL; -1 when the template could not be loaded.
+  INT_PTR DoModal(HWND owner);
+  const QVSAMPLEDLGPARAMS& Values() const { return m_values; }
+
+ private:
+  static INT_PTR CALLBACK DialogProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+  INT_PTR HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void OnInitDialog();
+  void OnCommand(int id, int code);
+  void OnScroll(HWND control);
+  void OnSwatchPick(WPARAM level, LPARAM delta);
+  void OnReset();
+  void OnNote();
+  void SetLevel(int level, bool updateEdit);
+  void UpdateSwatch();
+
+  HINSTANCE m_instance;
+  QVSAMPLEDLGPARAMS m_values;
+  HWND m_hwnd = nullptr;
+  bool m_settingEdit = false;
+};
+
+}  // namespace qv::sample
+
+#endif

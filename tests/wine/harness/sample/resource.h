@@ -1,0 +1,23 @@
+/* Identifiers of the sample dialog's templates, controls and menu. */
+#ifndef QV_SAMPLE_RESOURCE_H
+#define QV_SAMPLE_RESOURCE_H
+
+#define IDD_SAMPLE 100
+#define IDD_SAMPLE_NOTE 101
+#define IDR_SAMPLE_MENU 200
+
+#define IDC_SAMPLE_LEVEL 1001
+#define IDC_SAMPLE_LEVEL_EDIT 1002
+#define IDC_SAMPLE_CHANNEL 1003
+#define IDC_SAMPLE_CHANNEL_LABEL 1004
+#define IDC_SAMPLE_ENABLE 1005
+#define IDC_SAMPLE_SWATCH 1006
+#define IDC_SAMPLE_RESET 1007
+#define IDC_SAMPLE_NOTE 1008
+#define IDC_SAMPLE_NOTE_TEXT 1009
+#define IDC_NOTE_EDIT 1101
+
+#define ID_SAMPLE_LEVEL_ZERO 2001
+#define ID_SAMPLE_LEVEL_FULL 2002
+
+#endif

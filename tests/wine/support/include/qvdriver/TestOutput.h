@@ -1,0 +1,19 @@
+/*
+ * Where test programs put their artifacts: ..\test-output\<test>\ relative to
+ * the folder of the running executable, so screenshots of build/win/bin's
+ * programs land in build/win/test-output.
+ */
+#ifndef QVDRIVER_TESTOUTPUT_H
+#define QVDRIVER_TESTOUTPUT_H
+
+#include <string>
+
+namespace qv::test {
+
+// The full path of `fileName` in the output folder of `testName`; the folder
+// is created by the writer (SavePng).
+std::wstring TestOutputFile(const std::string& testName, const std::wstring& fileName);
+
+}  // namespace qv::test
+
+#endif
