@@ -205,6 +205,36 @@ TEST(SampleDialogDriving, MouseClicksAndWheelOnTheSwatchPickLevels) {
   EXPECT_TRUE(result.Ok()) << result.Report();
 }
 
+TEST(SampleDialogDriving, ToolbarButtonsAndNotificationsReachTheDialog) {
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  auto clickButton = [](int index) {
+    return [index](StepContext& c) {
+      RECT item{};
+      HWND toolbar = c.View().Control(IDC_SAMPLE_TOOLBAR);
+      if (!toolbar || !SendMessageW(toolbar, TB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)))
+        return c.Fail("toolbar button " + std::to_string(index) + " has no rectangle");
+      POINT centre{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
+      c.Require(c.View().MouseClick(IDC_SAMPLE_TOOLBAR, centre));
+    };
+  };
+  Script script;
+  script.Expect("two buttons and a separator",
+                [](const DialogView& v) { return v.ToolbarButtonCount(IDC_SAMPLE_TOOLBAR) == 3; })
+      .Expect("a control that is not a toolbar has no toolbar count",
+              [](const DialogView& v) { return !v.ToolbarButtonCount(4242); })
+      .Do("click the toolbar's 100 button", clickButton(2))
+      .Expect("the toolbar command set the level", [](const DialogView& v) { return v.TrackbarPos(IDC_SAMPLE_LEVEL) == 100; })
+      .Do("send the toolbar's right-click notification",
+          [](StepContext& c) { c.Require(c.View().Notify(IDC_SAMPLE_TOOLBAR, static_cast<UINT>(NM_RCLICK))); })
+      .Expect("NM_RCLICK set the middle level", [](const DialogView& v) { return v.TrackbarPos(IDC_SAMPLE_LEVEL) == 50; })
+      .Do("click the toolbar's 0 button", clickButton(0))
+      .Expect("the level is zero", [](const DialogView& v) { return v.TrackbarPos(IDC_SAMPLE_LEVEL) == 0; })
+      .ClickOk();
+  RunResult result = DriveSample(params, script);
+  EXPECT_TRUE(result.Ok()) << result.Report();
+  EXPECT_EQ(params.nLevel, 0);
+}
+
 TEST(SampleDialogDriving, ActionsOnWrongControlsFailWithTheStepNamedAndTheRunGoesOn) {
   QVSAMPLEDLGPARAMS params = SampleDefaults();
   Script script;

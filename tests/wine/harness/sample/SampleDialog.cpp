@@ -50,12 +50,46 @@ INT_PTR SampleDialog::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case kSwatchPick:
       OnSwatchPick(wParam, lParam);
       return TRUE;
+    case WM_NOTIFY:
+      if (lParam) OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+      return TRUE;
     default:
       return FALSE;
   }
 }
 
+void SampleDialog::CreateToolbar() {
+  // Placed beside the Reset and Note buttons; CCS_NORESIZE keeps the toolbar
+  // where it is put instead of docking it to the top edge.
+  RECT place{205, 62, 245, 78};
+  MapDialogRect(m_hwnd, &place);
+  HWND toolbar = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_LIST |
+                                     CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN,
+                                 place.left, place.top, place.right - place.left, place.bottom - place.top, m_hwnd,
+                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_SAMPLE_TOOLBAR)), m_instance, nullptr);
+  if (!toolbar) return;
+  SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageW(toolbar, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
+  TBBUTTON buttons[3] = {};
+  const wchar_t* labels[] = {L"0", L"|", L"100"};
+  const int commands[] = {ID_SAMPLE_LEVEL_ZERO, 0, ID_SAMPLE_LEVEL_FULL};
+  for (int i = 0; i < 3; ++i) {
+    buttons[i].iBitmap = I_IMAGENONE;
+    buttons[i].idCommand = commands[i];
+    buttons[i].fsState = TBSTATE_ENABLED;
+    buttons[i].fsStyle = static_cast<BYTE>(commands[i] ? (BTNS_BUTTON | BTNS_AUTOSIZE) : BTNS_SEP);
+    buttons[i].iString = reinterpret_cast<INT_PTR>(labels[i]);
+  }
+  SendMessageW(toolbar, TB_ADDBUTTONSW, 3, reinterpret_cast<LPARAM>(buttons));
+}
+
+void SampleDialog::OnNotify(const NMHDR& header) {
+  if (header.idFrom == IDC_SAMPLE_TOOLBAR && header.code == static_cast<UINT>(NM_RCLICK) && m_values.bEnabled)
+    SetLevel(50, true);
+}
+
 void SampleDialog::OnInitDialog() {
+  CreateToolbar();
   HWND trackbar = GetDlgItem(m_hwnd, IDC_SAMPLE_LEVEL);
   SendMessageW(trackbar, TBM_SETRANGE, TRUE, MAKELPARAM(0, 100));
   SendMessageW(trackbar, TBM_SETTICFREQ, 10, 0);

@@ -2,7 +2,8 @@
  * The sample dialog: a level (trackbar and edit kept in step), a channel
  * choice, an apply check box, a swatch showing the result, a Reset button that
  * asks through a message box, a Note button that opens a nested dialog, and a
- * menu. OK writes the values back; Cancel leaves the caller's structure alone.
+ * menu and a toolbar with the menu's commands (a right click on the toolbar
+ * sets the middle level). OK writes the values back; Cancel leaves the caller's structure alone.
  */
 #ifndef QV_SAMPLE_DIALOG_H
 #define QV_SAMPLE_DIALOG_H
@@ -27,6 +28,8 @@ class SampleDialog {
   void OnCommand(int id, int code);
   void OnScroll(HWND control);
   void OnSwatchPick(WPARAM level, LPARAM delta);
+  void OnNotify(const NMHDR& header);
+  void CreateToolbar();
   void OnReset();
   void OnNote();
   void SetLevel(int level, bool updateEdit);
