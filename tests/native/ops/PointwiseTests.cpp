@@ -1,0 +1,168 @@
+// The lookup-table operations against their formulas, evaluated here in floating point: brightness,
+// contrast, posterize, solarize, gamma (also the signed form), remap intensity and the per-channel
+// intensity detect, each with its edge values, on every unsigned pixel format. Results must be exact.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "Harness.h"
+
+namespace opstest {
+namespace {
+
+struct Case {
+  std::string name;
+  Operation op;
+  Reference ref;
+};
+
+// Applies f to each channel.
+Reference EachChannel(std::function<double(double v, double max, int channel)> f) {
+  return [f](const uint32_t in[3], uint32_t out[3], uint32_t max, bool gray) {
+    for (int c = 0; c < 3; ++c) out[c] = ClampTo(f(in[c], max, gray ? 3 : c), max);
+  };
+}
+
+double Brightness(double v, double max, int n) { return n >= 0 ? v + (max - v) * n / 1000.0 : v * (1000.0 + n) / 1000.0; }
+
+double Contrast(double v, double max, int n) {
+  const double m = std::floor((max + 1) / 2);
+  if (n == 1000) return v >= m ? max : 0;
+  if (n >= 0) return m + (v - m) * 1000.0 / (1000.0 - n);
+  return m + (v - m) * (1000.0 + n) / 1000.0;
+}
+
+double Posterize(double v, double max, int levels) {
+  int best = 0;
+  for (int k = 1; k < levels; ++k)
+    if (std::fabs(v - k * max / (levels - 1)) <= std::fabs(v - best * max / (levels - 1))) best = k;
+  return best * max / (levels - 1);
+}
+
+double Gamma(double v, double max, unsigned gamma) { return max * std::pow(v / max, 100.0 / gamma); }
+
+std::vector<Case> Cases() {
+  std::vector<Case> cases;
+  for (int n : {-1000, -250, 0, 373, 1000})
+    cases.push_back({"brightness " + std::to_string(n),
+                     [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapIntensity(b, n, 0); },
+                     EachChannel([n](double v, double max, int) { return Brightness(v, max, n); })});
+  for (int n : {-1000, -500, 0, 500, 999, 1000})
+    cases.push_back({"contrast " + std::to_string(n),
+                     [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapContrast(b, n, 0); },
+                     EachChannel([n](double v, double max, int) { return Contrast(v, max, n); })});
+  for (unsigned levels : {2u, 7u, 64u})
+    cases.push_back({"posterize " + std::to_string(levels),
+                     [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
+                     EachChannel([levels](double v, double max, int) { return Posterize(v, max, levels); })});
+  // Thresholds as fractions of the format's max: 0 inverts everything, max inverts only max itself.
+  for (double frac : {0.0, 0.5, 1.0})
+    cases.push_back({"solarize " + std::to_string(frac),
+                     [frac](BITMAPHANDLE* b, uint32_t max) {
+                       return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0);
+                     },
+                     EachChannel([frac](double v, double max, int) {
+                       return v >= static_cast<unsigned>(frac * max) ? max - v : v;
+                     })});
+  const unsigned gammas[][3] = {{10, 100, 500}, {100, 100, 100}, {1, 1000, 250}, {500, 500, 500}};
+  for (const auto& g : gammas) {
+    const unsigned r = g[0], gr = g[1], bl = g[2];
+    cases.push_back({"gamma " + std::to_string(r) + "/" + std::to_string(gr) + "/" + std::to_string(bl),
+                     [=](BITMAPHANDLE* b, uint32_t) { return Q_GammaCorrectBitmapExt(b, r, gr, bl, 0); },
+                     EachChannel([=](double v, double max, int c) {
+                       const unsigned gamma = c == 1 ? gr : (c == 2 ? bl : r);
+                       return Gamma(v, max, gamma);
+                     })});
+  }
+  cases.push_back({"signed gamma on unsigned data", [](BITMAPHANDLE* b, uint32_t) {
+                     return Q_GammaCorrectBitmapSigned(b, 250, 0);
+                   },
+                   EachChannel([](double v, double max, int) { return Gamma(v, max, 250); })});
+  for (unsigned channel : {0u, 1u, 2u, 3u})
+    cases.push_back({"remap channel " + std::to_string(channel),
+                     [channel](BITMAPHANDLE* b, uint32_t max) {
+                       // A decreasing table with entries past max, which must clamp.
+                       std::vector<unsigned> table(max + 1);
+                       for (uint32_t i = 0; i <= max; ++i) table[i] = (max - i) * 3 / 2;
+                       return Q_RemapBitmapIntensity(b, table.data(), max + 1, channel, 0);
+                     },
+                     EachChannel([channel](double v, double max, int c) {
+                       const bool chosen = c == 3 || channel == 0 || static_cast<unsigned>(c) + 1 == channel;
+                       if (!chosen) return v;
+                       return std::min(max, std::floor((max - v) * 3 / 2));
+                     })});
+  return cases;
+}
+
+TEST(LookupTableOperations, MatchTheirFormulasOnEveryFormat) {
+  for (const Case& c : Cases())
+    for (const Format& f : UnsignedFormats()) ExpectPerPixel(f, c.op, c.ref, 0, c.name);
+}
+
+TEST(LookupTableOperations, ChannelIntensityDetectTakesTheInOrOutComponent) {
+  struct Detect {
+    double lowFrac, highFrac;
+    unsigned channels;
+  };
+  const COLORREF in = 0x00C08040, out = 0x00102030;
+  const Detect detects[] = {{0.25, 0.75, QV_CHANNEL_RED}, {0.0, 1.0, QV_CHANNEL_GREEN | QV_CHANNEL_BLUE},
+                            {0.8, 0.2, QV_CHANNEL_RED | QV_CHANNEL_GREEN | QV_CHANNEL_BLUE}};
+  for (const Detect& d : detects) {
+    for (const Format& f : UnsignedFormats()) {
+      auto range = [d](uint32_t max, uint32_t* lo, uint32_t* hi) {
+        *lo = static_cast<uint32_t>(d.lowFrac * max);
+        *hi = static_cast<uint32_t>(d.highFrac * max);
+      };
+      ExpectPerPixel(
+          f,
+          [&](BITMAPHANDLE* b, uint32_t max) {
+            uint32_t lo, hi;
+            range(max, &lo, &hi);
+            return Q_IntensityDetectBitmap(b, lo, hi, in, out, d.channels, 0);
+          },
+          [&](const uint32_t v[3], uint32_t o[3], uint32_t max, bool gray) {
+            uint32_t lo, hi;
+            range(max, &lo, &hi);
+            const unsigned bits[3] = {QV_CHANNEL_RED, QV_CHANNEL_GREEN, QV_CHANNEL_BLUE};
+            for (int c = 0; c < 3; ++c) {
+              const bool inside = v[c] >= lo && v[c] <= hi;
+              const COLORREF cr = inside ? in : out;
+              const double comp[3] = {double(cr & 0xFF), double((cr >> 8) & 0xFF), double((cr >> 16) & 0xFF)};
+              if (gray) {
+                const double luma = RoundHalfUp((299 * comp[0] + 587 * comp[1] + 114 * comp[2]) / 1000.0);
+                o[c] = ClampTo(luma * max / 255.0, max);
+              } else {
+                o[c] = (d.channels & bits[c]) ? ClampTo(comp[c] * max / 255.0, max) : v[c];
+              }
+            }
+          },
+          0, "channel intensity detect");
+    }
+  }
+}
+
+TEST(LookupTableOperations, SignedGammaKeepsTheSignAndBendsTheMagnitude) {
+  for (const char* name : {"SignedGray12", "SignedGray16"}) {
+    const Format* f = nullptr;
+    for (const Format& g : AllFormats())
+      if (std::string(g.name) == name) f = &g;
+    ASSERT_NE(f, nullptr);
+    for (unsigned gamma : {10u, 100u, 500u}) {
+      TestBitmap before(*f, 29, 7), after(*f, 29, 7);
+      ASSERT_EQ(Q_GammaCorrectBitmapSigned(after.get(), gamma, 0), QV_SUCCESS);
+      const double m = f->bits == 12 ? 2048 : 32768;
+      for (int y = 0; y < 7; ++y)
+        for (int x = 0; x < 29; ++x) {
+          const int v = static_cast<int16_t>(before.Raw(x, y));
+          const double mag = std::floor(m * std::pow(std::abs(v) / m, 100.0 / gamma) + 0.5);
+          const int expected = v < 0 ? -static_cast<int>(mag) : static_cast<int>(std::min(mag, m - 1));
+          ASSERT_EQ(static_cast<int16_t>(after.Raw(x, y)), expected)
+              << name << " gamma " << gamma << " at " << x << "," << y << " from " << v;
+        }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace opstest
