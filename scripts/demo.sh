@@ -9,6 +9,8 @@ bash scripts/build.sh windows
 source scripts/wine-env.sh
 qv_wine_prefix
 mkdir -p build/demo
-png=$(winepath -w "$QV_ROOT/build/demo/sample.png" 2>/dev/null)
+# Wine maps / to drive Z:. No Wine program may run before xvfb-run here: the
+# first one starts the session's desktop on whatever display it has.
+png="Z:${QV_ROOT//\//\\}\\build\\demo\\sample.png"
 ( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" wine64 qvsampletour.exe "$png" )
 echo "screenshot: $QV_ROOT/build/demo/sample.png"
