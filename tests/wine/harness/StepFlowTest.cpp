@@ -1,0 +1,89 @@
+/*
+ * How steps follow one another: a posted click returns at once and the next
+ * step waits for the modal it opens, a blocking click lets later steps run
+ * inside the nested loop, checks are retried until they hold, and a step that
+ * throws fails alone without taking the run down.
+ */
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "SampleFixture.h"
+#include "resource.h"
+
+namespace qv::test {
+namespace {
+
+TEST(StepFlow, PostedAndBlockingClicksBothReachTheNestedMessageBox) {
+  struct Case {
+    const char* name;
+    bool posted;
+    int answer;
+    int expectedLevel;
+  };
+  const Case cases[] = {
+      {"posted click, answered No", true, IDNO, 40},
+      {"posted click, answered Yes", true, IDYES, 0},
+      {"blocking click, answered No", false, IDNO, 40},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    QVSAMPLEDLGPARAMS params = SampleDefaults();
+    params.nLevel = 40;
+    bool clickReturnedBeforeAnswer = false;
+    bool answered = false;
+    Script script;
+    script
+        .Do("click Reset",
+            [&](StepContext& ctx) {
+              ctx.Require(c.posted ? ctx.View().PostClick(IDC_SAMPLE_RESET) : ctx.View().Click(IDC_SAMPLE_RESET));
+              clickReturnedBeforeAnswer = !answered;
+            })
+        .DoIn(WindowQuery::Top(), "answer the innermost window",
+              [&](StepContext& ctx) {
+                if (ctx.View().Caption() != L"Sample Reset") return ctx.Fail("the innermost window is not the box");
+                answered = true;
+                ctx.Require(ctx.View().Click(c.answer));
+              })
+        .WaitUntil("the box is gone and the level settled",
+                   [&](const DialogView& v) { return v.TrackbarPos(IDC_SAMPLE_LEVEL) == c.expectedLevel; })
+        .ClickOk();
+    RunResult result = DriveSample(params, script);
+    EXPECT_TRUE(result.Ok()) << result.Report();
+    EXPECT_EQ(params.nLevel, c.expectedLevel);
+    EXPECT_EQ(clickReturnedBeforeAnswer, c.posted) << "a posted click returns at once, a sent one after the box";
+  }
+}
+
+TEST(StepFlow, ChecksAreRetriedUntilTheyHoldAndThrowingStepsFailAlone) {
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  int polls = 0;
+  Script script;
+  script
+      .WaitUntil("the third look succeeds", [&](const DialogView&) { return ++polls >= 3; })
+      .Do("throw from a step", [](StepContext&) { throw std::runtime_error("broken step"); })
+      .Do("drag the level to 55", [](StepContext& c) { c.Require(c.View().SetTrackbar(IDC_SAMPLE_LEVEL, 55)); })
+      .ClickOk();
+  RunResult result = DriveSample(params, script);
+  EXPECT_EQ(polls, 3) << result.Report();
+  ASSERT_EQ(result.failures.size(), 1u) << result.Report();
+  EXPECT_TRUE(FailureMentions(result, {"step #2 'throw from a step'", "broken step"}));
+  EXPECT_FALSE(result.watchdogFired);
+  EXPECT_EQ(result.stepsDone, 4u);
+  EXPECT_EQ(params.nLevel, 55) << "the steps after the throwing one still ran";
+}
+
+TEST(StepFlow, ADialogClosedEarlyNamesTheFirstStepThatNeverRan) {
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  Script script;
+  script.ClickCancel().Do("drag the level to 10",
+                          [](StepContext& c) { c.Require(c.View().SetTrackbar(IDC_SAMPLE_LEVEL, 10)); });
+  RunResult result = DriveSample(params, script);
+  EXPECT_EQ(result.returnValue, IDCANCEL);
+  EXPECT_EQ(result.stepsDone, 1u);
+  EXPECT_TRUE(FailureMentions(result, {"closed before step #2 'drag the level to 10'"})) << result.Report();
+  EXPECT_FALSE(result.watchdogFired);
+}
+
+}  // namespace
+}  // namespace qv::test
