@@ -73,6 +73,27 @@ TEST(StepFlow, ChecksAreRetriedUntilTheyHoldAndThrowingStepsFailAlone) {
   EXPECT_EQ(params.nLevel, 55) << "the steps after the throwing one still ran";
 }
 
+TEST(StepFlow, PostedKeysGoThroughTheDialogManager) {
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  Script script;
+  script.Do("Tab out of the level edit", [](StepContext& c) { c.Require(c.View().PostKey(IDC_SAMPLE_LEVEL_EDIT, VK_TAB)); })
+      .Expect("the focus moved on to the channel combo",
+              [](const DialogView& v) { return v.FocusedId() == IDC_SAMPLE_CHANNEL; })
+      .Do("open the note dialog", [](StepContext& c) { c.Require(c.View().PostClick(IDC_SAMPLE_NOTE)); })
+      .DoIn(WindowQuery::ByCaption(L"Sample Note"), "type a note and press Enter",
+            [](StepContext& c) {
+              c.Require(c.View().SetEditText(IDC_NOTE_EDIT, L"typed"));
+              c.Require(c.View().PostKey(IDC_NOTE_EDIT, VK_RETURN));
+            })
+      .WaitUntil("Enter pressed the default button",
+                 [](const DialogView& v) { return v.Text(IDC_SAMPLE_NOTE_TEXT) == std::wstring(L"typed"); })
+      .Do("press Escape", [](StepContext& c) { c.Require(c.View().PostKey(IDC_SAMPLE_CHANNEL, VK_ESCAPE)); });
+  RunResult result = DriveSample(params, script);
+  EXPECT_TRUE(result.Ok()) << result.Report();
+  EXPECT_EQ(result.returnValue, IDCANCEL) << "Escape is Cancel";
+  EXPECT_EQ(params.szNote[0], L'\0') << "Cancel keeps the caller's note";
+}
+
 TEST(StepFlow, ADialogClosedEarlyNamesTheFirstStepThatNeverRan) {
   QVSAMPLEDLGPARAMS params = SampleDefaults();
   Script script;

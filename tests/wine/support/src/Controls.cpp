@@ -170,6 +170,17 @@ Outcome DialogView::PressKey(int id, UINT virtualKey) const {
   return Outcome::Ok();
 }
 
+Outcome DialogView::PostKey(int id, UINT virtualKey) const {
+  HWND ctl = Control(id);
+  if (!ctl) return Missing(id);
+  SetFocus(ctl);
+  UINT scan = MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC);
+  LPARAM down = 1 | (static_cast<LPARAM>(scan) << 16);
+  PostMessageW(ctl, WM_KEYDOWN, virtualKey, down);
+  PostMessageW(ctl, WM_KEYUP, virtualKey, down | (1LL << 30) | (1LL << 31));
+  return Outcome::Ok();
+}
+
 Outcome DialogView::TypeText(int id, const std::wstring& text) const {
   HWND ctl = Control(id);
   if (!ctl) return Missing(id);

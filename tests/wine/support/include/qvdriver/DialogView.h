@@ -51,6 +51,12 @@ class DialogView {
   // WM_KEYDOWN, WM_CHAR for a printable key, WM_KEYUP to the control.
   Outcome PressKey(int id, UINT virtualKey) const;
   Outcome TypeText(int id, const std::wstring& text) const;
+  // Focuses the control and posts WM_KEYDOWN and WM_KEYUP to it, so the key
+  // goes through the modal loop as typed input does: the dialog manager turns
+  // Enter into the default button, Escape into Cancel, Tab into the next
+  // control, and the loop's TranslateMessage makes the WM_CHAR. The effect is
+  // visible from the next step on.
+  Outcome PostKey(int id, UINT virtualKey) const;
   // Mouse messages at a point in the control's client area; id 0 means the
   // dialog itself.
   Outcome MouseDown(int id, POINT pt, MouseButton button = MouseButton::Left) const;
