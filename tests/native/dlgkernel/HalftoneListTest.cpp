@@ -43,24 +43,35 @@ TEST(HalftoneList, CopiesNonAsciiNamesAndKeepsPointers) {
   QVHALFTONELISTW* copy = nullptr;
   ASSERT_EQ(Q_DlgConvertHalftoneListA(&source.list, &copy), QV_SUCCESS);
   ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->uCount, 5u);
-  EXPECT_EQ(copy->uStructSize, sizeof(QVHALFTONELISTW));
-  EXPECT_EQ(copy->uReserved1, 11u);
-  EXPECT_EQ(copy->uReserved2, 22u);
+  const QVHALFTONELISTW header = *copy;
+  EXPECT_EQ(header.uCount, 5u);
+  EXPECT_EQ(header.uStructSize, sizeof(QVHALFTONELISTW));
+  EXPECT_EQ(header.uReserved1, 11u);
+  EXPECT_EQ(header.uReserved2, 22u);
   const wchar_t* expected[] = {L"Punkte grün", L"Ω-Raster", nullptr, L"日本語", L"plain"};
   for (uint32_t i = 0; i < copy->uCount; ++i) {
-    const QVHALFTONEPATTERNW& entry = copy->pEntries[i];
-    EXPECT_EQ(entry.uStructSize, 28u);
-    EXPECT_EQ(entry.pBitmap, source.entries[i].pBitmap);
-    EXPECT_EQ(entry.pUserData, source.entries[i].pUserData);
-    if (expected[i])
-      EXPECT_EQ(std::wstring(entry.pszName), expected[i]) << i;
-    else
-      EXPECT_EQ(entry.pszName, nullptr);
+    // Packed fields are copied out before comparing: a reference to one may be misaligned.
+    const QVHALFTONEPATTERNW entry = copy->pEntries[i];
+    const QVHALFTONEPATTERNA original = source.entries[i];
+    const uint32_t size = entry.uStructSize;
+    const BITMAPHANDLE* bitmap = entry.pBitmap;
+    const void* userData = entry.pUserData;
+    const wchar_t* name = entry.pszName;
+    const BITMAPHANDLE* originalBitmap = original.pBitmap;
+    const void* originalUserData = original.pUserData;
+    EXPECT_EQ(size, 28u);
+    EXPECT_EQ(bitmap, originalBitmap);
+    EXPECT_EQ(userData, originalUserData);
+    if (expected[i]) {
+      EXPECT_EQ(std::wstring(name), expected[i]) << i;
+    } else {
+      EXPECT_EQ(name, nullptr);
+    }
   }
   // The source is read only.
   EXPECT_EQ(std::memcmp(&before, &source.list, sizeof(before)), 0);
-  EXPECT_EQ(source.entries[0].uStructSize, 0xDEADu);
+  const uint32_t sourceSize = source.entries[0].uStructSize;
+  EXPECT_EQ(sourceSize, 0xDEADu);
 
   EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
   EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_ERROR_INVALID_HANDLE) << "a second release is refused";
@@ -70,8 +81,9 @@ TEST(HalftoneList, EmptyListAndIndependentCopies) {
   QVHALFTONELISTA empty{};
   QVHALFTONELISTW* copy = nullptr;
   ASSERT_EQ(Q_DlgConvertHalftoneListA(&empty, &copy), QV_SUCCESS);
-  EXPECT_EQ(copy->uCount, 0u);
-  EXPECT_EQ(copy->pEntries, nullptr);
+  const QVHALFTONELISTW emptyCopy = *copy;
+  EXPECT_EQ(emptyCopy.uCount, 0u);
+  EXPECT_EQ(emptyCopy.pEntries, nullptr);
 
   NarrowList source({"a", "b"});
   QVHALFTONELISTW* first = nullptr;
@@ -80,7 +92,8 @@ TEST(HalftoneList, EmptyListAndIndependentCopies) {
   ASSERT_EQ(Q_DlgConvertHalftoneListA(&source.list, &second), QV_SUCCESS);
   EXPECT_NE(first, second);
   EXPECT_EQ(Q_DlgFreeHalftoneList(first), QV_SUCCESS);
-  EXPECT_EQ(std::wstring(second->pEntries[1].pszName), L"b") << "releasing one copy leaves the other";
+  const wchar_t* secondName = second->pEntries[1].pszName;
+  EXPECT_EQ(std::wstring(secondName), L"b") << "releasing one copy leaves the other";
   EXPECT_EQ(Q_DlgFreeHalftoneList(second), QV_SUCCESS);
   EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
 }

@@ -128,13 +128,18 @@ TEST(HalftoneExports, WidensAnsiNamesAndRefusesDamage) {
 
   QVHALFTONELISTW* copy = nullptr;
   ASSERT_EQ(Q_DlgConvertHalftoneListA(&list, &copy), QV_SUCCESS);
-  ASSERT_EQ(copy->uCount, 2u);
-  EXPECT_EQ(copy->pEntries[0].pBitmap, &bitmap);
+  // Packed fields are copied out before comparing: a reference to one may be misaligned.
+  const uint32_t count = copy->uCount;
+  const BITMAPHANDLE* firstBitmap = copy->pEntries[0].pBitmap;
+  const wchar_t* firstName = copy->pEntries[0].pszName;
+  const wchar_t* secondName = copy->pEntries[1].pszName;
+  ASSERT_EQ(count, 2u);
+  EXPECT_EQ(firstBitmap, &bitmap);
   if (GetACP() == 1252) {
-    EXPECT_STREQ(copy->pEntries[0].pszName, L"gr\u00FCn");
-    EXPECT_STREQ(copy->pEntries[1].pszName, L"\u0152uvre");
+    EXPECT_STREQ(firstName, L"gr\u00FCn");
+    EXPECT_STREQ(secondName, L"\u0152uvre");
   } else {
-    EXPECT_NE(copy->pEntries[0].pszName, nullptr);
+    EXPECT_NE(firstName, nullptr);
   }
   EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_SUCCESS);
   EXPECT_EQ(Q_DlgFreeHalftoneList(copy), QV_ERROR_INVALID_HANDLE);
