@@ -393,6 +393,9 @@ QVDLG_CHECK_SIZE(QVHALFTONEDLGPARAMSA, 84);
 #undef QVDLG_CHECK_SIZE
 #undef QVDLG_CHECK
 
+/* The exports exist on Windows only; the structures and flags above are portable. */
+#ifdef _WIN32
+
 QV_BEGIN_C
 
 int Q_DlgBalanceColors(HWND hWndOwner, QVBALANCECOLORSDLGPARAMS* pParams);
@@ -418,5 +421,7 @@ int Q_DlgSolarize(HWND hWndOwner, QVSOLARIZEDLGPARAMS* pParams);
 int Q_DlgWindowLevel(HWND hWndOwner, QVWINDOWLEVELDLGPARAMS* pParams);
 
 QV_END_C
+
+#endif /* _WIN32 */
 
 #endif /* QV_QVDLGCLR_H */

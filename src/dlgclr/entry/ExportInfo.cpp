@@ -1,0 +1,27 @@
+// The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
+// the single-value dialogs; the others process them.
+#include "ExportInfo.h"
+
+#include "resource.h"
+
+namespace qvdlg {
+namespace {
+
+// clang-format off
+constexpr ExportInfo kExports[kExportCount] = {
+  // name                  size probe flags signed bitmap template              dialog id
+  {"Q_DlgBrightness",     48,  48,   20,   false, true,  IDD_QV_BRIGHTNESS,    19},
+  {"Q_DlgContrast",       48,  48,   20,   false, true,  IDD_QV_CONTRAST,      20},
+  {"Q_DlgHue",            48,  48,   20,   true,  true,  IDD_QV_HUE,           21},
+  {"Q_DlgSaturation",     48,  48,   20,   true,  true,  IDD_QV_SATURATION,    22},
+  {"Q_DlgHistoContrast",  48,  48,   20,   false, true,  IDD_QV_HISTOCONTRAST, 25},
+  {"Q_DlgPosterize",      48,  48,   20,   false, true,  IDD_QV_POSTERIZE,     24},
+  {"Q_DlgSolarize",       48,  48,   20,   false, true,  IDD_QV_SOLARIZE,      18},
+};
+// clang-format on
+
+}  // namespace
+
+const ExportInfo& ExportInfoOf(ExportId id) { return kExports[static_cast<int>(id)]; }
+
+}  // namespace qvdlg
