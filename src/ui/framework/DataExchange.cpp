@@ -22,8 +22,10 @@ void CDataExchange::Fail(int controlId) {
 }
 
 namespace {
+// Once an exchange has failed the rest is skipped, so a refused OK changes
+// no member that comes after the offending control.
 HWND DialogItem(CDataExchange* pDX, int id) {
-  if (!pDX || !pDX->m_pDlgWnd || !pDX->m_pDlgWnd->m_hWnd) return nullptr;
+  if (!pDX || pDX->Failed() || !pDX->m_pDlgWnd || !pDX->m_pDlgWnd->m_hWnd) return nullptr;
   return ::GetDlgItem(pDX->m_pDlgWnd->m_hWnd, id);
 }
 
@@ -44,7 +46,7 @@ bool ParseInt(const std::wstring& text, int& value) {
 }  // namespace
 
 void DDX_Control(CDataExchange* pDX, int id, CWnd& control) {
-  if (control.m_hWnd || !pDX || !pDX->m_pDlgWnd) return;
+  if (control.m_hWnd || !pDX || pDX->Failed() || !pDX->m_pDlgWnd) return;
   if (!control.SubclassDlgItem(static_cast<UINT>(id), pDX->m_pDlgWnd)) pDX->Fail(id);
 }
 

@@ -3,7 +3,9 @@
  * relate to its controls, and UpdateData runs that list in either direction.
  * Loading (m_bSaveAndValidate false) writes members into controls; saving
  * reads controls back and may fail, which keeps the dialog open with the
- * offending control focused.
+ * offending control focused. Saving stops at the first failing control:
+ * members exchanged before it keep their new values, later ones are left
+ * alone.
  */
 #pragma once
 

@@ -26,11 +26,13 @@ class UniqueHandle {
 
   UniqueHandle(const UniqueHandle&) = delete;
   UniqueHandle& operator=(const UniqueHandle&) = delete;
-  UniqueHandle(UniqueHandle&& other) noexcept : m_handle(other.Release()) {}
+  // Moves hand the handle over as it is; the count does not change.
+  UniqueHandle(UniqueHandle&& other) noexcept : m_handle(other.m_handle) { other.m_handle = nullptr; }
   UniqueHandle& operator=(UniqueHandle&& other) noexcept {
     if (this != &other) {
       Reset();
-      m_handle = other.Release();
+      m_handle = other.m_handle;
+      other.m_handle = nullptr;
     }
     return *this;
   }
