@@ -1,0 +1,11 @@
+// CQVHueDlg: the hue (-180 to 180 degrees) dialog. Its behaviour is the single-value family's; this class only picks its
+// row of the member table, so the dialog exists under its own name for the export and for the host's help.
+#pragma once
+
+#include "QVToneDlg.h"
+
+class CQVHueDlg : public CQVToneDlg {
+ public:
+  CQVHueDlg(qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
+      : CQVToneDlg(qvdlg::ToneEffect::kHue, parent, bitmap, reserved) {}
+};

@@ -1,0 +1,16 @@
+// The effect of each single-value dialog, once on a preview copy through CQVBitmap and once on the caller's
+// bitmap in place through the kernel's operation, with the same value, so that the preview shows what OK
+// produces.
+#pragma once
+
+#include "QVBitmap.h"
+#include "ToneMember.h"
+
+namespace qvdlg {
+
+// The CQVBitmap member's result: nonzero on success.
+int ApplyPreviewEffect(CQVBitmap& bitmap, ToneEffect effect, int value);
+// The operation's own result code (QV_SUCCESS or an error).
+int ApplyEffectInPlace(BITMAPHANDLE* bitmap, ToneEffect effect, int value);
+
+}  // namespace qvdlg
