@@ -248,15 +248,21 @@ TEST(SampleDialogDriving, ActionsOnWrongControlsFailWithTheStepNamedAndTheRunGoe
             EnableWindow(c.View().Control(IDC_SAMPLE_RESET), FALSE);
             c.Require(c.View().Click(IDC_SAMPLE_RESET));
           })
+      .Do("check a box that clicks do not toggle",
+          [](StepContext& c) {
+            SendMessageW(c.View().Control(IDC_SAMPLE_ENABLE), BM_SETSTYLE, BS_CHECKBOX, FALSE);
+            c.Require(c.View().SetCheck(IDC_SAMPLE_ENABLE, true));
+          })
       .ClickOk();
   RunResult result = DriveSample(params, script);
-  EXPECT_EQ(result.failures.size(), 3u) << result.Report();
+  EXPECT_EQ(result.failures.size(), 4u) << result.Report();
   EXPECT_TRUE(FailureMentions(result, {"step #1 'move a trackbar that does not exist'", "no control 9999", "Sample Levels"}));
   EXPECT_TRUE(FailureMentions(result, {"step #2", "not a trackbar"}));
   EXPECT_TRUE(FailureMentions(result, {"step #3", "1007", "disabled"}));
+  EXPECT_TRUE(FailureMentions(result, {"step #4", "does not reach the checked state"}));
   EXPECT_FALSE(result.watchdogFired);
   EXPECT_EQ(result.returnValue, IDOK) << "a failed step must not stop the script";
-  EXPECT_EQ(result.stepsDone, 4u);
+  EXPECT_EQ(result.stepsDone, 5u);
 }
 
 TEST(SampleDialogDriving, BadArgumentsShowNoDialogAndTheDriverSaysSo) {

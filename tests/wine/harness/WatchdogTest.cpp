@@ -109,5 +109,26 @@ TEST(Watchdog, OneDriverRunsAgainCleanlyAfterATeardown) {
   EXPECT_FALSE(PeekMessageW(&msg, nullptr, WM_TIMER, WM_TIMER, PM_NOREMOVE)) << "a step timer outlived its run";
 }
 
+TEST(Watchdog, EndsAWindowThatNeverBecameActive) {
+  // A call that shows a window without activating it and waits in its own
+  // loop: the hook never sees it, so only the thread's window list can.
+  auto call = [] {
+    HWND popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, L"STATIC", L"Never Active", WS_POPUP, 10, 10,
+                                 120, 40, nullptr, nullptr, nullptr, nullptr);
+    if (!popup) return -1;
+    ShowWindow(popup, SW_SHOWNOACTIVATE);
+    MSG msg;
+    while (IsWindow(popup) && GetMessageW(&msg, nullptr, 0, 0) > 0) DispatchMessageW(&msg);
+    return 7;
+  };
+  DialogDriver driver;
+  RunResult result = driver.Run(call, Script{}, Quick(1000, 1000, 400));
+  EXPECT_EQ(result.returnValue, 7) << result.Report();
+  EXPECT_FALSE(result.dialogSeen);
+  EXPECT_TRUE(result.watchdogFired);
+  EXPECT_TRUE(FailureMentions(result, {"400 ms timeout"})) << result.Report();
+  EXPECT_EQ(FindWindowW(nullptr, L"Never Active"), nullptr);
+}
+
 }  // namespace
 }  // namespace qv::test

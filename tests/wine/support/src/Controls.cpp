@@ -119,14 +119,17 @@ Outcome DialogView::PostClick(int id) const {
 }
 
 Outcome DialogView::SetCheck(int id, bool checked) const {
-  auto state = CheckState(id);
-  if (!state) return Missing(id);
-  if ((*state == BST_CHECKED) == checked) return Outcome::Ok();
-  Outcome clicked = Click(id);
-  if (!clicked) return clicked;
-  if ((CheckState(id).value_or(-1) == BST_CHECKED) != checked)
-    return Outcome::Fail("check box " + std::to_string(id) + " did not change state on a click");
-  return Outcome::Ok();
+  // A three-state box may need up to two clicks to get from indeterminate to
+  // the wanted state; a box that never gets there is reported.
+  for (int clicks = 0; clicks < 3; ++clicks) {
+    auto state = CheckState(id);
+    if (!state) return Missing(id);
+    if ((*state == BST_CHECKED) == checked && *state != BST_INDETERMINATE) return Outcome::Ok();
+    Outcome clicked = Click(id);
+    if (!clicked) return clicked;
+  }
+  return Outcome::Fail("check box " + std::to_string(id) + " does not reach the " +
+                       (checked ? "checked" : "unchecked") + " state by clicks");
 }
 
 Outcome DialogView::MenuCommand(int commandId) const {

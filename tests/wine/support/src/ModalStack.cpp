@@ -9,6 +9,19 @@
 namespace qv::test {
 namespace {
 
+BOOL CALLBACK CollectVisible(HWND hwnd, LPARAM param) {
+  if (IsWindowVisible(hwnd)) reinterpret_cast<std::vector<HWND>*>(param)->push_back(hwnd);
+  return TRUE;
+}
+
+// The thread's visible top-level windows, for a stuck call whose window never
+// became active and so never reached the stack.
+std::vector<HWND> VisibleThreadWindows() {
+  std::vector<HWND> windows;
+  EnumThreadWindows(GetCurrentThreadId(), CollectVisible, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
 bool IsDialogWindow(HWND hwnd) {
   wchar_t name[16] = {};
   GetClassNameW(hwnd, name, 16);
@@ -53,7 +66,9 @@ void ModalStack::EndAll(bool force) const {
       if (IsWindow(hwnd)) DestroyWindow(hwnd);
     return;
   }
-  for (HWND hwnd : LivingInnermostFirst()) {
+  std::vector<HWND> living = LivingInnermostFirst();
+  if (living.empty()) living = VisibleThreadWindows();
+  for (HWND hwnd : living) {
     if (IsDialogWindow(hwnd)) {
       // EndDialog only flags the modal loop; each loop ends once control
       // returns to it, so flagging innermost first unwinds the whole stack.

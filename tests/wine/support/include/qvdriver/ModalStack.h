@@ -27,7 +27,8 @@ class ModalStack {
   bool AnyAlive() const { return !LivingInnermostFirst().empty(); }
 
   // Ends every living window, innermost first: EndDialog for dialogs, WM_CLOSE
-  // for anything else. With `force` the windows are destroyed outright, for a
+  // for anything else. When none was tracked, the thread's visible top-level
+  // windows are ended instead. With `force` the windows are destroyed outright, for a
   // dialog whose own code refuses to close.
   void EndAll(bool force) const;
 
