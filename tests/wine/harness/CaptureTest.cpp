@@ -78,6 +78,7 @@ TEST(Capture, ScreenshotsOfDialogAndControlAreWrittenAsPng) {
   script.Do("drag the level to 80", [](StepContext& c) { c.Require(c.View().SetTrackbar(IDC_SAMPLE_LEVEL, 80)); })
       .Do("take the screenshots",
           [&](StepContext& c) {
+            c.Require(SaveTestScreenshot(c.Target(), "Capture", L"sample-dialog-helper.png"));
             dialog = CaptureWindow(c.Target());
             client = CaptureWindow(c.Target(), CaptureArea::Client);
             okButton = c.View().Pixels(IDOK).value_or(Image{});
@@ -107,6 +108,8 @@ TEST(Capture, ScreenshotsOfDialogAndControlAreWrittenAsPng) {
   EXPECT_EQ(dialog.ShareNear(Bgra{0xFD, 0x01, 0xFE}, 0), 0.0) << "part of the dialog was never drawn";
   EXPECT_TRUE(IsPngFile(dialogPng));
   EXPECT_TRUE(IsPngFile(swatchPng));
+  EXPECT_TRUE(IsPngFile(TestOutputFile("Capture", L"sample-dialog-helper.png")));
+  EXPECT_FALSE(SaveTestScreenshot(nullptr, "Capture", L"none.png")) << "no window, no file";
 }
 
 TEST(Capture, NothingToCaptureGivesEmptyImagesAndRefusedFiles) {

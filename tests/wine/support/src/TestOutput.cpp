@@ -4,9 +4,10 @@
  */
 #include "qvdriver/TestOutput.h"
 
-#include <windows.h>
-
 #include <vector>
+
+#include "qvdriver/Capture.h"
+#include "qvdriver/PngFile.h"
 
 namespace qv::test {
 namespace {
@@ -39,6 +40,12 @@ std::wstring TestOutputFile(const std::string& testName, const std::wstring& fil
   wchar_t full[4096];
   DWORD got = GetFullPathNameW(joined.c_str(), 4096, full, nullptr);
   return got > 0 && got < 4096 ? std::wstring(full) : joined;
+}
+
+Outcome SaveTestScreenshot(HWND window, const std::string& testName, const std::wstring& fileName) {
+  Image image = CaptureWindow(window);
+  if (image.Empty()) return Outcome::Fail("the window to screenshot is gone or has no area");
+  return SavePng(image, TestOutputFile(testName, fileName));
 }
 
 }  // namespace qv::test

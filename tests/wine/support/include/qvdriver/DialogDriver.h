@@ -23,8 +23,16 @@
  * for dialogs, WM_CLOSE otherwise, DestroyWindow if they still refuse), so
  * the call returns and the test fails with that message instead of hanging.
  *
- * Runs may nest (a step may itself run a driven call); each run restores the
- * previous one's hook routing when it ends.
+ * Runs may nest (a step may itself run a driven call with another driver);
+ * each run restores the previous one's hook routing when it ends.
+ *
+ * Typical use in a test:
+ *   Script script;
+ *   script.Do("drag to 40", [](StepContext& c) { c.Require(c.View().SetTrackbar(IDC_X, 40)); })
+ *       .Expect("the edit follows", [](const DialogView& v) { return v.Text(IDC_E) == L"40"; })
+ *       .ClickOk();
+ *   RunResult r = DialogDriver().Run([&] { return Q_DlgSomething(hwnd, &params); }, script);
+ *   EXPECT_TRUE(r.Ok()) << r.Report();
  */
 #ifndef QVDRIVER_DIALOGDRIVER_H
 #define QVDRIVER_DIALOGDRIVER_H

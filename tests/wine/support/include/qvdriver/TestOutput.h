@@ -6,13 +6,21 @@
 #ifndef QVDRIVER_TESTOUTPUT_H
 #define QVDRIVER_TESTOUTPUT_H
 
+#include <windows.h>
+
 #include <string>
+
+#include "qvdriver/Outcome.h"
 
 namespace qv::test {
 
 // The full path of `fileName` in the output folder of `testName`; the folder
 // is created by the writer (SavePng).
 std::wstring TestOutputFile(const std::string& testName, const std::wstring& fileName);
+
+// Captures `window` (frame included) and writes it as `fileName` into the
+// output folder of `testName`.
+Outcome SaveTestScreenshot(HWND window, const std::string& testName, const std::wstring& fileName);
 
 }  // namespace qv::test
 
