@@ -18,7 +18,7 @@ const StringEntry kStringTable[] = {
     // Buttons and panes shared by every dialog.
     {0, L"OK", L"OK"},
     {1, L"Cancel", L"Abbrechen"},
-    {2, L"&Help", L"&Hilfe"},
+    {2, L"Help", L"Hilfe"},
     {3, L"Before", L"Vorher"},
     {4, L"After", L"Nachher"},
     // Preview toolbar tooltips and the pending-Apply notice.

@@ -146,6 +146,14 @@ TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
   }
 }
 
+TEST(StringTable, QuotedTextsStandAsTheDialogsQuoteThem) {
+  const std::pair<unsigned, const wchar_t*> quoted[] = {
+      {0, L"OK"}, {1, L"Cancel"}, {2, L"Help"}, {3, L"Before"}, {4, L"After"}, {18, L"RGB - 3D Additive"},
+      {1229, L"All Channels"}, {1226, L"Red Channel (10 - 500):"}, {1204, L"&Channel:"}, {1230, L"Half Tone"},
+  };
+  for (const auto& [id, text] : quoted) EXPECT_STREQ(qv::FindStringEntry(id)->pszEnglish, text) << id;
+}
+
 TEST(StringTable, FileFiltersNameTheirExtensions) {
   const std::pair<unsigned, std::wstring> filters[] = {
       {104, L"*.qvp"}, {107, L"*.qvp"}, {1257, L"*.qvp"}, {515, L"*.qri"},

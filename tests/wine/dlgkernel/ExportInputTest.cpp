@@ -80,7 +80,7 @@ TEST(StringExports, HostileBuffersGiveCodes) {
 
   // An override text without a terminator before the inaccessible page.
   EXPECT_EQ(Q_DlgSetString(2, reinterpret_cast<const wchar_t*>(readOnly.First())), QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Fetch(2), L"&Help") << "a refused override changes nothing";
+  EXPECT_EQ(Fetch(2), L"Help") << "a refused override changes nothing";
   EXPECT_EQ(Q_DlgSetString(2, reinterpret_cast<const wchar_t*>(0x10)), QV_ERROR_INVALID_PARAMETER);
 }
 
