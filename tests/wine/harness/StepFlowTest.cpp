@@ -94,6 +94,27 @@ TEST(StepFlow, PostedKeysGoThroughTheDialogManager) {
   EXPECT_EQ(params.szNote[0], L'\0') << "Cancel keeps the caller's note";
 }
 
+TEST(StepFlow, TheStandardColorDialogIsDrivenLikeOurOwn) {
+  // The common colour dialog's red, green and blue edits.
+  constexpr int kRedEdit = 706, kGreenEdit = 707, kBlueEdit = 708;
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  Script script;
+  script.Do("click Color", [](StepContext& c) { c.Require(c.View().Click(IDC_SAMPLE_COLOR)); })
+      .DoIn(WindowQuery::ByClass(L"#32770"), "type 10, 20, 30 and confirm",
+            [](StepContext& c) {
+              if (c.Target() == c.Find(WindowQuery::Main())) return c.Retry("the colour dialog is not up yet");
+              c.Require(c.View().SetEditText(kRedEdit, L"10"));
+              c.Require(c.View().SetEditText(kGreenEdit, L"20"));
+              c.Require(c.View().SetEditText(kBlueEdit, L"30"));
+              c.Require(c.View().Ok());
+            })
+      .Expect("the picked colour is shown",
+              [](const DialogView& v) { return v.Text(IDC_SAMPLE_COLOR_TEXT) == std::wstring(L"#0A141E"); })
+      .ClickCancel();
+  RunResult result = DriveSample(params, script);
+  EXPECT_TRUE(result.Ok()) << result.Report();
+}
+
 TEST(StepFlow, ADialogClosedEarlyNamesTheFirstStepThatNeverRan) {
   QVSAMPLEDLGPARAMS params = SampleDefaults();
   Script script;

@@ -6,6 +6,7 @@
 #include "SampleDialog.h"
 
 #include <commctrl.h>
+#include <commdlg.h>
 
 #include <cwchar>
 
@@ -139,6 +140,9 @@ void SampleDialog::OnCommand(int id, int code) {
     case IDC_SAMPLE_NOTE:
       OnNote();
       break;
+    case IDC_SAMPLE_COLOR:
+      OnColor();
+      break;
     case ID_SAMPLE_LEVEL_ZERO:
       SetLevel(0, true);
       break;
@@ -174,6 +178,20 @@ void SampleDialog::OnNote() {
   wcsncpy(m_values.szNote, note.Text().c_str(), 63);
   m_values.szNote[63] = L'\0';
   SetDlgItemTextW(m_hwnd, IDC_SAMPLE_NOTE_TEXT, m_values.szNote);
+}
+
+void SampleDialog::OnColor() {
+  CHOOSECOLORW choose{};
+  choose.lStructSize = sizeof choose;
+  choose.hwndOwner = m_hwnd;
+  choose.rgbResult = m_color;
+  choose.lpCustColors = m_customColors;
+  choose.Flags = CC_RGBINIT | CC_FULLOPEN;
+  if (!ChooseColorW(&choose)) return;
+  m_color = choose.rgbResult;
+  wchar_t text[16];
+  swprintf(text, 16, L"#%02X%02X%02X", GetRValue(m_color), GetGValue(m_color), GetBValue(m_color));
+  SetDlgItemTextW(m_hwnd, IDC_SAMPLE_COLOR_TEXT, text);
 }
 
 void SampleDialog::SetLevel(int level, bool updateEdit) {

@@ -2,7 +2,7 @@
  * The sample dialog: a level (trackbar and edit kept in step), a channel
  * choice, an apply check box, a swatch showing the result, a Reset button that
  * asks through a message box, a Note button that opens a nested dialog, and a
- * menu and a toolbar with the menu's commands (a right click on the toolbar
+ * standard colour dialog opened from a Color button, a menu and a toolbar with the menu's commands (a right click on the toolbar
  * sets the middle level). OK writes the values back; Cancel leaves the caller's structure alone.
  */
 #ifndef QV_SAMPLE_DIALOG_H
@@ -32,6 +32,7 @@ class SampleDialog {
   void CreateToolbar();
   void OnReset();
   void OnNote();
+  void OnColor();
   void SetLevel(int level, bool updateEdit);
   void UpdateSwatch();
 
@@ -39,6 +40,8 @@ class SampleDialog {
   QVSAMPLEDLGPARAMS m_values;
   HWND m_hwnd = nullptr;
   bool m_settingEdit = false;
+  COLORREF m_color = RGB(255, 255, 255);
+  COLORREF m_customColors[16] = {};
 };
 
 }  // namespace qv::sample
