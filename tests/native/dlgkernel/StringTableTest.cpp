@@ -63,6 +63,23 @@ std::vector<std::wstring> Conversions(const std::wstring& text) {
   return out;
 }
 
+// The mnemonic character of a text, folded to lower case, or 0 when it has none.
+wchar_t Mnemonic(const std::wstring& text) {
+  for (size_t i = 0; i + 1 < text.size(); ++i) {
+    if (text[i] != L'&') continue;
+    if (text[i + 1] == L'&') {
+      ++i;
+      continue;
+    }
+    const wchar_t c = text[i + 1];
+    const std::wstring upper = L"ÄÖÜ", lower = L"äöü";
+    const size_t umlaut = upper.find(c);
+    if (umlaut != std::wstring::npos) return lower[umlaut];
+    return static_cast<wchar_t>(towlower(c));
+  }
+  return 0;
+}
+
 int MnemonicCount(const std::wstring& text) {
   int count = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -152,6 +169,36 @@ TEST(StringTable, QuotedTextsStandAsTheDialogsQuoteThem) {
       {1229, L"All Channels"}, {1226, L"Red Channel (10 - 500):"}, {1204, L"&Channel:"}, {1230, L"Half Tone"},
   };
   for (const auto& [id, text] : quoted) EXPECT_STREQ(qv::FindStringEntry(id)->pszEnglish, text) << id;
+}
+
+// Controls shown together in one dialog must not share a mnemonic, or Alt+key
+// reaches only the first of them.
+TEST(StringTable, MnemonicsAreUniqueWithinEachDialog) {
+  const std::vector<std::vector<unsigned>> dialogs = {
+      {77, 85, 86, 90, 92, 93, 100, 102, 103, 105, 106, 114, 115},  // palette editor
+      {87, 88, 89},                                                  // its insert menu
+      {1303, 1304, 1306, 1307, 1309, 1310, 1311},                    // window level
+      {1232, 1233, 1242, 1243, 1244, 1245, 1246, 1247},              // halftone
+      {1248, 1249},                                                  // halftone insert menu
+      {509, 510, 511, 512, 513, 514, 516},                           // remap intensity
+      {535, 536, 537, 538, 539, 540, 542},                           // remap hue
+      {478, 479, 480, 481, 482, 483, 4548},                          // local histogram equalization
+      {1204, 1205, 1206, 1210, 1211, 1212},                          // intensity detect
+      {399, 403, 404, 405, 406},                                     // colored gray
+      {461, 462, 463},                                               // balance colors
+      {1252, 1253, 1254, 1255, 1256},                                // color resolution
+  };
+  for (const auto& ids : dialogs) {
+    for (bool german : {false, true}) {
+      std::set<wchar_t> seen;
+      for (unsigned id : ids) {
+        const qv::StringEntry* entry = qv::FindStringEntry(id);
+        ASSERT_NE(entry, nullptr) << id;
+        const wchar_t key = Mnemonic(german ? entry->pszGerman : entry->pszEnglish);
+        if (key) EXPECT_TRUE(seen.insert(key).second) << "mnemonic of " << id << (german ? " (German)" : "");
+      }
+    }
+  }
 }
 
 TEST(StringTable, FileFiltersNameTheirExtensions) {
