@@ -270,8 +270,10 @@ int Q_DlgFreeHalftoneList(QVHALFTONELISTW* pList);
 #ifdef _WIN32
 /*
  * Readiness. Q_DlgInit(uFlags: QV_DLGINIT_*) makes Q_DlgIsReady return 1; a
- * second Q_DlgInit only applies its flags. Q_DlgFree makes it return 0 again and
- * releases the dialog font; without a Q_DlgInit it returns QV_ERROR_NOT_INITIALIZED.
+ * second Q_DlgInit only applies its flags (initialisation is not counted), and
+ * flags it does not know are QV_ERROR_INVALID_FLAGS. Q_DlgFree makes it return 0
+ * again, deletes the font the kernel made and forgets the host's font; without
+ * a Q_DlgInit it returns QV_ERROR_NOT_INITIALIZED.
  * Q_DlgIsReady returns 1 or 0, not a result code.
  */
 int Q_DlgInit(unsigned int uFlags);
