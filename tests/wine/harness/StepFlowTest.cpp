@@ -115,6 +115,30 @@ TEST(StepFlow, TheStandardColorDialogIsDrivenLikeOurOwn) {
   EXPECT_TRUE(result.Ok()) << result.Report();
 }
 
+TEST(StepFlow, TheStandardSaveDialogIsFoundByCaptionAndAnswered) {
+  // The explorer-style file dialog's file name box.
+  constexpr int kFileNameCombo = 1148;
+  wchar_t temp[MAX_PATH] = {};
+  ASSERT_GT(GetTempPathW(MAX_PATH, temp), 0u);
+  const std::wstring target = std::wstring(temp) + L"qv-driver-save.txt";
+  DeleteFileW(target.c_str());
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  Script script;
+  script.Do("click File", [](StepContext& c) { c.Require(c.View().Click(IDC_SAMPLE_FILE)); })
+      .DoIn(WindowQuery::ByCaption(L"Save As"), "type a path and save",
+            [&target](StepContext& c) {
+              c.Require(c.View().SetEditText(kFileNameCombo, target));
+              c.Require(c.View().Ok());
+            })
+      .Expect("the chosen path is shown",
+              [&target](const DialogView& v) { return v.Text(IDC_SAMPLE_FILE_TEXT) == target; })
+      .ClickCancel();
+  RunOptions options;
+  options.stepWaitMs = 15000;
+  RunResult result = DriveSample(params, script, options);
+  EXPECT_TRUE(result.Ok()) << result.Report();
+}
+
 TEST(StepFlow, ADialogClosedEarlyNamesTheFirstStepThatNeverRan) {
   QVSAMPLEDLGPARAMS params = SampleDefaults();
   Script script;

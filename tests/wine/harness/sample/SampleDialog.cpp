@@ -143,6 +143,9 @@ void SampleDialog::OnCommand(int id, int code) {
     case IDC_SAMPLE_COLOR:
       OnColor();
       break;
+    case IDC_SAMPLE_FILE:
+      OnFile();
+      break;
     case ID_SAMPLE_LEVEL_ZERO:
       SetLevel(0, true);
       break;
@@ -192,6 +195,19 @@ void SampleDialog::OnColor() {
   wchar_t text[16];
   swprintf(text, 16, L"#%02X%02X%02X", GetRValue(m_color), GetGValue(m_color), GetBValue(m_color));
   SetDlgItemTextW(m_hwnd, IDC_SAMPLE_COLOR_TEXT, text);
+}
+
+void SampleDialog::OnFile() {
+  wchar_t path[MAX_PATH] = L"levels.txt";
+  OPENFILENAMEW open{};
+  open.lStructSize = sizeof open;
+  open.hwndOwner = m_hwnd;
+  open.lpstrFilter = L"Level files (*.txt)\0*.txt\0";
+  open.lpstrFile = path;
+  open.nMaxFile = MAX_PATH;
+  open.lpstrDefExt = L"txt";
+  open.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+  if (GetSaveFileNameW(&open)) SetDlgItemTextW(m_hwnd, IDC_SAMPLE_FILE_TEXT, path);
 }
 
 void SampleDialog::SetLevel(int level, bool updateEdit) {

@@ -2,7 +2,7 @@
  * The sample dialog: a level (trackbar and edit kept in step), a channel
  * choice, an apply check box, a swatch showing the result, a Reset button that
  * asks through a message box, a Note button that opens a nested dialog, and a
- * standard colour dialog opened from a Color button, a menu and a toolbar with the menu's commands (a right click on the toolbar
+ * standard colour and save-file dialogs opened from Color and File buttons, a menu and a toolbar with the menu's commands (a right click on the toolbar
  * sets the middle level). OK writes the values back; Cancel leaves the caller's structure alone.
  */
 #ifndef QV_SAMPLE_DIALOG_H
@@ -33,6 +33,7 @@ class SampleDialog {
   void OnReset();
   void OnNote();
   void OnColor();
+  void OnFile();
   void SetLevel(int level, bool updateEdit);
   void UpdateSwatch();
 
