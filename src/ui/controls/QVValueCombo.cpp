@@ -37,6 +37,7 @@ CQVValueCombo::CQVValueCombo(int minimum, int maximum, int listStep, int arrowSt
       m_arrowStep(arrowStep > 0 ? arrowStep : 1),
       m_method(listStep > 0 ? qvctl::kValueListLinear : qvctl::kValueListDoubling),
       m_value(std::min(minimum, maximum)),
+      m_reportedValue(m_value),
       m_edit(*this) {
   m_listValues = qvctl::ComputeValueList(m_minimum, m_maximum, m_listStep, m_method);
 }
@@ -51,6 +52,7 @@ void CQVValueCombo::SetRange(int minimum, int maximum) {
   m_minimum = std::min(minimum, maximum);
   m_maximum = std::max(minimum, maximum);
   m_value = Clamp(m_value);
+  m_reportedValue = m_value;
   RebuildList();
 }
 
@@ -61,7 +63,7 @@ void CQVValueCombo::GetRange(int& minimum, int& maximum) const {
 
 void CQVValueCombo::SetValue(int value) {
   m_value = Clamp(value);
-  m_pendingNotify = false;
+  m_reportedValue = m_value;
   ShowValue();
 }
 
@@ -96,17 +98,15 @@ void CQVValueCombo::ShowValue() {
 }
 
 void CQVValueCombo::ChangeValue(int value, bool tracking) {
-  value = Clamp(value);
-  if (value != m_value) {
-    m_value = value;
-    m_pendingNotify = true;
-  }
+  m_value = Clamp(value);
   if (!tracking || !(m_flags & FLAGS_NOTRACKNOTIFY)) FlushNotification();
 }
 
 void CQVValueCombo::FlushNotification() {
-  if (!m_pendingNotify) return;
-  m_pendingNotify = false;
+  // Typing "100" over 100 passes through 10 on the way; the parent hears
+  // only of a value that differs from what it last knew.
+  if (m_value == m_reportedValue) return;
+  m_reportedValue = m_value;
   if ((m_flags & FLAGS_NOPARENTNOTIFY) || !m_hWnd) return;
   HWND parent = ::GetParent(m_hWnd);
   if (!parent) return;

@@ -85,7 +85,7 @@ class CQVValueCombo : public qvfw::CComboBox {
   int m_method;
   int m_value;
   UINT m_flags = 0;
-  bool m_pendingNotify = false;
+  int m_reportedValue;  // the value the parent last heard of (or set itself)
   bool m_showing = false;
   int m_wheelRemainder = 0;
   std::vector<int> m_listValues;
