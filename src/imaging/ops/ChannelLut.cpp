@@ -8,6 +8,10 @@
 
 #include "OpsCommon.h"
 
+#ifdef QV_OPS_AVX2_CLONE
+#include <immintrin.h>
+#endif
+
 namespace qv {
 namespace ops {
 namespace {
@@ -47,6 +51,48 @@ void SpanFlat(uint8_t* p, size_t n, const uint8_t* t) {
     p[i + 3] = d;
   }
   for (; i < n; ++i) p[i] = t[p[i]];
+}
+
+#ifdef QV_OPS_AVX2_CLONE
+// One table over a run of bytes, 32 at a time: the table is sixteen 16-entry slices; for slice k the
+// bytes whose high nibble is k become 0..15 (index ^ k << 4) and every other byte 16 or more, which a
+// saturating add of 0x70 turns into a byte with its top bit set, for which the shuffle yields zero. With
+// kKeepAlpha every fourth byte (the alpha of 32-bit pixels starting at p) keeps its value.
+template <bool kKeepAlpha>
+__attribute__((target("avx2"))) void SpanFlatAvx2(uint8_t* p, size_t n, const uint8_t* t) {
+  __m256i slices[16];
+  for (int k = 0; k < 16; ++k)
+    slices[k] = _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(t + 16 * k)));
+  const __m256i bias = _mm256_set1_epi8(0x70);
+  const __m256i alpha = _mm256_set1_epi32(static_cast<int>(0xFF000000u));
+  size_t i = 0;
+  for (; i + 32 <= n; i += 32) {
+    const __m256i index = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + i));
+    __m256i out = _mm256_setzero_si256();
+    for (int k = 0; k < 16; ++k) {
+      const __m256i local = _mm256_adds_epu8(_mm256_xor_si256(index, _mm256_set1_epi8(static_cast<char>(k << 4))), bias);
+      out = _mm256_or_si256(out, _mm256_shuffle_epi8(slices[k], local));
+    }
+    if (kKeepAlpha) out = _mm256_blendv_epi8(out, index, alpha);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p + i), out);
+  }
+  for (; i < n; ++i)
+    if (!kKeepAlpha || i % 4 != 3) p[i] = t[p[i]];
+}
+#endif
+
+// One table over a run of bytes, through the AVX2 copy when the processor has it.
+template <bool kKeepAlpha>
+void SpanFlatBest(uint8_t* p, size_t n, const uint8_t* t) {
+#ifdef QV_OPS_AVX2_CLONE
+  if (HasAvx2()) return SpanFlatAvx2<kKeepAlpha>(p, n, t);
+#endif
+  if (!kKeepAlpha) return SpanFlat(p, n, t);
+  for (size_t i = 0; i < n; i += 4) {
+    p[i] = t[p[i]];
+    p[i + 1] = t[p[i + 1]];
+    p[i + 2] = t[p[i + 2]];
+  }
 }
 
 // Three tables, one per byte position of a pixel of kStep bytes; a fourth byte (alpha) is skipped.
@@ -115,12 +161,17 @@ int ApplyColor8(BITMAPHANDLE& b, const PixelFormat& f, const Table8 (&t)[3], boo
   const uint8_t* t0 = f.bgr ? t[kBlue].data() : t[kRed].data();
   const uint8_t* t1 = t[kGreen].data();
   const uint8_t* t2 = f.bgr ? t[kRed].data() : t[kBlue].data();
+  if (same && f.channels == 4) {
+    return RunSpans(b, [&](uint8_t* row, int x0, int x1) {
+      SpanFlatBest<true>(row + static_cast<size_t>(x0) * 4, static_cast<size_t>(x1 - x0) * 4, t0);
+    });
+  }
   if (f.channels == 4) {
     return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span8<4>(row, x0, x1, t0, t1, t2); });
   }
   if (same) {
     return RunSpans(b, [&](uint8_t* row, int x0, int x1) {
-      SpanFlat(row + static_cast<size_t>(x0) * 3, static_cast<size_t>(x1 - x0) * 3, t0);
+      SpanFlatBest<false>(row + static_cast<size_t>(x0) * 3, static_cast<size_t>(x1 - x0) * 3, t0);
     });
   }
   return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span8<3>(row, x0, x1, t0, t1, t2); });
@@ -148,7 +199,7 @@ int ApplyChannelMap(BITMAPHANDLE& b, const PixelFormat& f, const ChannelMap& map
     if (f.kind == PixelKind::Gray8) {
       const Table8 t = Build8(map, kGray);
       return RunSpans(b, [&](uint8_t* row, int x0, int x1) {
-        SpanFlat(row + x0, static_cast<size_t>(x1 - x0), t.data());
+        SpanFlatBest<false>(row + x0, static_cast<size_t>(x1 - x0), t.data());
       });
     }
     const std::vector<uint16_t> t = Build16(map, kGray, f.maxValue);

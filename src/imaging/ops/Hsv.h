@@ -27,53 +27,40 @@ inline const ReciprocalTable& Reciprocals() {
   return table;
 }
 
-// round(n * 65536 / d) for 0 <= n <= 2d, d > 0.
+// round(n * 65536 / d) for 0 <= n <= 2d, d > 0; recip is Reciprocals().r for 8-bit samples (looked up
+// once per call, not per pixel).
 template <class T>
-inline int32_t SectorFraction(uint32_t n, uint32_t d) {
-  if (sizeof(T) == 1) return static_cast<int32_t>((n * Reciprocals().r[d] + (uint64_t{1} << 15)) >> 16);
+inline int32_t SectorFraction(uint32_t n, uint32_t d, const uint64_t* recip) {
+  if (sizeof(T) == 1) return static_cast<int32_t>((n * recip[d] + (uint64_t{1} << 15)) >> 16);
   return static_cast<int32_t>(((static_cast<uint64_t>(n) << 16) + d / 2) / d);
 }
 
-// Hue of a pixel with largest channel v and chroma d > 0, in 0..kHueCircle-1.
+// Hue of a pixel with largest channel v and chroma d > 0, in 0..kHueCircle-1. The sector is picked by
+// index rather than by branches: on photographs the largest channel changes from pixel to pixel.
 template <class T>
-inline int32_t HueOf(int32_t r, int32_t g, int32_t b, int32_t v, int32_t d) {
-  int32_t sector;
-  int32_t num;
-  if (v == r) {
-    sector = 0;
-    num = g - b;
-  } else if (v == g) {
-    sector = 2;
-    num = b - r;
-  } else {
-    sector = 4;
-    num = r - g;
-  }
+inline int32_t HueOf(int32_t r, int32_t g, int32_t b, int32_t v, int32_t d, const uint64_t* recip) {
+  const int32_t nums[3] = {g - b, b - r, r - g};
+  const int which = v == r ? 0 : (v == g ? 1 : 2);
   // num lies in -d..d; shifting it by d keeps the fraction non-negative.
-  int32_t h = (sector - 1) * kHueSector + SectorFraction<T>(static_cast<uint32_t>(num + d), static_cast<uint32_t>(d));
-  if (h < 0) h += kHueCircle;
-  if (h >= kHueCircle) h -= kHueCircle;
+  int32_t h = (2 * which - 1) * kHueSector +
+              SectorFraction<T>(static_cast<uint32_t>(nums[which] + d), static_cast<uint32_t>(d), recip);
+  h += h < 0 ? kHueCircle : 0;
+  h -= h >= kHueCircle ? kHueCircle : 0;
   return h;
 }
 
-// The pixel of value v, chroma d (0 <= d <= v) and hue h (0..kHueCircle-1).
+// The pixel of value v, chroma d (0 <= d <= v) and hue h (0..kHueCircle-1). Each sector takes its
+// channels from {v, m, m + x, v - x}; the choice is a table, not a switch.
 template <class T>
 inline void FromHsv(int32_t h, int32_t v, int32_t d, T& r, T& g, T& b) {
+  static constexpr uint8_t kPick[6][3] = {{0, 2, 1}, {3, 0, 1}, {1, 0, 2}, {1, 3, 0}, {2, 1, 0}, {0, 1, 3}};
   const int32_t m = v - d;
-  const int32_t sector = h >> 16;
   const int32_t x = static_cast<int32_t>((static_cast<uint64_t>(d) * static_cast<uint32_t>(h & 0xFFFF) + 0x8000) >> 16);
-  int32_t rr, gg, bb;
-  switch (sector) {
-    case 0: rr = v; gg = m + x; bb = m; break;
-    case 1: rr = v - x; gg = v; bb = m; break;
-    case 2: rr = m; gg = v; bb = m + x; break;
-    case 3: rr = m; gg = v - x; bb = v; break;
-    case 4: rr = m + x; gg = m; bb = v; break;
-    default: rr = v; gg = m; bb = v - x; break;
-  }
-  r = static_cast<T>(rr);
-  g = static_cast<T>(gg);
-  b = static_cast<T>(bb);
+  const int32_t vals[4] = {v, m, m + x, v - x};
+  const uint8_t* pick = kPick[h >> 16];
+  r = static_cast<T>(vals[pick[0]]);
+  g = static_cast<T>(vals[pick[1]]);
+  b = static_cast<T>(vals[pick[2]]);
 }
 
 template <class T>

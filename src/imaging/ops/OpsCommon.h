@@ -13,8 +13,24 @@
 #include "../Region.h"
 #include "qv/qvimgops.h"
 
+// Hot kernels get a second copy compiled for AVX2, picked at run time, where the compiler supports
+// per-function targets (GCC and Clang on x86, including MinGW); elsewhere only the baseline copy exists.
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+#define QV_OPS_FORCE_INLINE inline __attribute__((always_inline))
+#define QV_OPS_AVX2_CLONE 1
+#else
+#define QV_OPS_FORCE_INLINE inline
+#endif
+
 namespace qv {
 namespace ops {
+
+#ifdef QV_OPS_AVX2_CLONE
+inline bool HasAvx2() {
+  static const bool has = __builtin_cpu_supports("avx2");
+  return has;
+}
+#endif
 
 // The formats an operation works on; anything else is QV_ERROR_UNSUPPORTED_FORMAT.
 struct FormatSet {

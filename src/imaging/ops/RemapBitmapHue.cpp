@@ -37,7 +37,7 @@ class HueRemap {
     const int64_t last = m_t.last;
     const int32_t v = Max3(r, g, b);
     const int32_t d = v - Min3(r, g, b);
-    const int32_t h = d == 0 ? 0 : HueOf<T>(r, g, b, v, d);
+    const int32_t h = d == 0 ? 0 : HueOf<T>(r, g, b, v, d, m_recip);
     const uint32_t hi = static_cast<uint32_t>(RoundDiv(int64_t{h} * last, kHueCircle));
     if (!m_t.Selected(hi)) return;
     const uint32_t si = v == 0 ? 0 : static_cast<uint32_t>(RoundDiv(int64_t{d} * last, v));
@@ -53,6 +53,7 @@ class HueRemap {
 
  private:
   HueTables m_t;
+  const uint64_t* m_recip = Reciprocals().r.data();
 };
 
 // Gray images: hue and saturation are 0, so only the value table applies, where the mask selects hue 0.
