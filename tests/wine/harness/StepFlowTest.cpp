@@ -139,6 +139,27 @@ TEST(StepFlow, TheStandardSaveDialogIsFoundByCaptionAndAnswered) {
   EXPECT_TRUE(result.Ok()) << result.Report();
 }
 
+TEST(StepFlow, AStepAskingForARetryAfterNestedStepsRanIsReportedNotRepeated) {
+  QVSAMPLEDLGPARAMS params = SampleDefaults();
+  int resetClicks = 0;
+  Script script;
+  script
+      .Do("click Reset, then ask to look again",
+          [&](StepContext& c) {
+            ++resetClicks;
+            c.Require(c.View().Click(IDC_SAMPLE_RESET));
+            c.Retry("the level is not what this step hoped for");
+          })
+      .DoIn(WindowQuery::ByCaption(L"Sample Reset"), "answer No",
+            [](StepContext& c) { c.Require(c.View().Click(IDNO)); })
+      .ClickOk();
+  RunResult result = DriveSample(params, script);
+  EXPECT_EQ(resetClicks, 1) << "repeating the step would open the box again";
+  EXPECT_TRUE(FailureMentions(result, {"step #1", "cannot be retried"})) << result.Report();
+  EXPECT_EQ(result.returnValue, IDOK);
+  EXPECT_FALSE(result.watchdogFired);
+}
+
 TEST(StepFlow, ADialogClosedEarlyNamesTheFirstStepThatNeverRan) {
   QVSAMPLEDLGPARAMS params = SampleDefaults();
   Script script;

@@ -164,16 +164,18 @@ void DialogDriver::RunStep(size_t index, HWND target) {
   if (ctx.WantsRetry() && ctx.Failures().empty() && !m_tearingDown) {
     // Only a step that opened no nested loop can be retried in place; later
     // steps that already ran under it cannot be undone.
-    if (m_next == index + 1) {
-      if (StepWaitExpired(step)) {
-        Abort(StepName(index) + " is stuck: " + ctx.RetryReason());
-      } else {
-        m_next = index;
-      }
+    if (m_next != index + 1) {
+      m_result.failures.push_back(StepName(index) + ": " + ctx.RetryReason() +
+                                  ", and later steps already ran inside it, so it cannot be retried");
+    } else if (StepWaitExpired(step)) {
+      Abort(StepName(index) + " is stuck: " + ctx.RetryReason());
+      return;
+    } else {
+      m_next = index;
       return;
     }
   }
-  m_result.trace.push_back(StepName(index) + (ctx.Failures().empty() ? ": ok" : ": failed"));
+  m_result.trace.push_back(StepName(index) + (ctx.Failures().empty() && !ctx.WantsRetry() ? ": ok" : ": failed"));
 }
 
 void DialogDriver::OnWatchdog() {
