@@ -54,7 +54,8 @@ Outcome DialogView::Missing(int id) const {
 Outcome DialogView::SetTrackbar(int id, int pos) const {
   HWND ctl = Control(id);
   if (!ctl) return Missing(id);
-  if (!HasClass(ctl, TRACKBAR_CLASSW)) return Outcome::Fail("control " + std::to_string(id) + " is not a trackbar");
+  if (!HasClass(ctl, TRACKBAR_CLASSW))
+    return Outcome::Fail("control " + std::to_string(id) + " is not a trackbar but a " + Narrow(WindowClass(ctl)));
   SendMessageW(ctl, TBM_SETPOS, TRUE, pos);
   // The position after clamping to the range, as the thumb would report it.
   int actual = static_cast<int>(SendMessageW(ctl, TBM_GETPOS, 0, 0));
