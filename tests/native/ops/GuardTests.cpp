@@ -95,8 +95,9 @@ TEST(Regions, PixelsOutsideStayByteForByte) {
             changedInside += t.PixelBytes(x, y) != before.PixelBytes(x, y);
           }
         }
-      if (op.changesGray || f.order != QV_ORDER_GRAY)
+      if (op.changesGray || f.order != QV_ORDER_GRAY) {
         EXPECT_GT(changedInside, 0) << op.name << " on " << f.name << " changed nothing inside the region";
+      }
     }
   }
 }

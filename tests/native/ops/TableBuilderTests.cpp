@@ -44,8 +44,11 @@ TEST(CurvePoints, PassesThroughEveryPointWithoutOvershoot) {
         EXPECT_LE(table[x], hi) << "overshoot above at " << x;
         if (x > pts[i].x) {
           // Monotone between two points: the curve moves in the direction of the segment only.
-          if (pts[i + 1].y >= pts[i].y) EXPECT_GE(table[x], table[x - 1]) << x;
-          else EXPECT_LE(table[x], table[x - 1]) << x;
+          if (pts[i + 1].y >= pts[i].y) {
+            EXPECT_GE(table[x], table[x - 1]) << x;
+          } else {
+            EXPECT_LE(table[x], table[x - 1]) << x;
+          }
         }
       }
     }
