@@ -42,6 +42,9 @@ class CQVBaseDialog : public qvfw::CDialog {
 
   unsigned GetDialogId() const { return m_dialogId; }
 
+  // F1 over a control asks for that control's help.
+  BOOL PreTranslateMessage(MSG* msg) override;
+
  protected:
   // Sets the texts (SetDialogStrings), then places the dialog.
   BOOL OnInitDialog() override;

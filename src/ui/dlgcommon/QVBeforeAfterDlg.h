@@ -110,15 +110,17 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
  private:
   void CreateViews();
   void CreateToolbar();
+  void Layout();
+  void UpdateViews(bool forceRender);
   void RenderNow();
   void ShowRendered();
-  void SyncViews(const CQVImageViewer& from);
+  void SyncViews(CQVImageViewer& from);
   void ApplyViewState(bool fit, int zoomPercent);
   void StepZoom(int direction);
   void ToggleSplit();
   void ToggleEffect();
   void ResetView();
-  bool HandleZoomKey(UINT ch);
+  bool HandleZoomKey(UINT key, bool isChar);
 
   BITMAPHANDLE* m_pBitmap;
   unsigned m_reserved;
@@ -131,6 +133,7 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   bool m_split = false;
   bool m_showEffect = true;
   bool m_stale = false;
+  bool m_afterValid = false;
   bool m_renderPosted = false;
   bool m_syncing = false;
   unsigned m_renderCount = 0;
@@ -139,4 +142,6 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   std::unique_ptr<CQVImageViewer> m_afterView;
   std::unique_ptr<CPreviewPipeline> m_pipeline;
   std::unique_ptr<CPreviewToolbar> m_toolbar;
+  CQVBitmap m_after;
+  RECT m_viewArea[2]{};  // the panes' rectangles in the template
 };

@@ -42,6 +42,9 @@ class CQVBitmap {
   // Frees an owned bitmap, or forgets an attached one.
   void Free();
 
+  // Takes ownership of the kernel bitmap *p describes (no pixel copy); *p is
+  // left describing nothing. Nonzero on success.
+  int TakeOver(BITMAPHANDLE* p);
   // Replaces the content by a deep copy of `src`; nonzero on success.
   int Copy(const BITMAPHANDLE& src);
   // An owned bitmap of the given format filled with `fill`; 8 bits and fewer

@@ -1,0 +1,125 @@
+/*
+ * CPreviewPipeline: source building and rendering.
+ */
+#include "PreviewPipeline.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "DisplayReduce.h"
+#include "qv/qvimgops.h"
+
+namespace {
+
+// At a fixed zoom the source reaches this share of the view beyond each edge,
+// so small pans need no rebuild.
+constexpr double kMarginShare = 0.25;
+
+bool Contains(const RECT& outer, const RECT& inner) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+         inner.bottom <= outer.bottom;
+}
+
+int ScaledSize(int length, double scale) {
+  return std::max(1, std::min(length, static_cast<int>(std::lround(length * scale))));
+}
+
+}  // namespace
+
+void CPreviewPipeline::SetImage(const BITMAPHANDLE* bitmap) {
+  m_image = bitmap;
+  Invalidate();
+}
+
+void CPreviewPipeline::Invalidate() {
+  m_source.Free();
+  m_sourceRect = RECT{};
+  m_sourceScale = 0;
+}
+
+int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height,
+                             CQVBitmap* out) const {
+  BITMAPHANDLE reduced{};
+  reduced.uStructSize = sizeof(BITMAPHANDLE);
+  int rc = qvpreview::ReduceRegion(from, region, width, height, &reduced);
+  if (rc != QV_SUCCESS) return rc;
+  // A bitmap shown through its window-level table keeps being shown so.
+  if ((from.uFlags & QV_BMF_USELUT) && from.pLUT && from.uLUTLength &&
+      qvpreview::ReducedBitsPerPixel(from) == from.nBitsPerPixel) {
+    rc = Q_WindowLevel(&reduced, from.nLowBit, from.nHighBit, from.pLUT, from.uLUTLength, 0);
+    if (rc != QV_SUCCESS) {
+      Q_FreeBitmap(&reduced, 0);
+      return rc;
+    }
+  }
+  out->TakeOver(&reduced);
+  return QV_SUCCESS;
+}
+
+bool CPreviewPipeline::Prepare(const PreviewView& view) {
+  if (!m_image) return false;
+  const double scale = std::min(1.0, view.scale);
+  const RECT full{0, 0, m_image->nWidth, m_image->nHeight};
+  RECT wanted = view.visible;
+  if (!IntersectRect(&wanted, &wanted, &full)) return false;
+  if (HasSource() && std::fabs(scale - m_sourceScale) < 1e-9 && Contains(m_sourceRect, wanted)) return false;
+
+  RECT region = wanted;
+  const bool wholeImage = EqualRect(&wanted, &full);
+  if (!wholeImage) {
+    const int marginX = static_cast<int>((wanted.right - wanted.left) * kMarginShare) + 1;
+    const int marginY = static_cast<int>((wanted.bottom - wanted.top) * kMarginShare) + 1;
+    InflateRect(&region, marginX, marginY);
+    IntersectRect(&region, &region, &full);
+  }
+  const int width = ScaledSize(region.right - region.left, scale);
+  const int height = ScaledSize(region.bottom - region.top, scale);
+  Invalidate();
+  m_lastResult = Reduce(*m_image, region, width, height, &m_source);
+  if (m_lastResult != QV_SUCCESS) {
+    Invalidate();
+    return false;
+  }
+  m_sourceRect = region;
+  m_sourceScale = scale;
+  return true;
+}
+
+int CPreviewPipeline::Render(const Effect& effect, bool neighbourhood, CQVBitmap* out) {
+  if (!HasSource() || !out) {
+    m_lastResult = QV_ERROR_BITMAP_NOT_ALLOCATED;
+    return 0;
+  }
+  CQVBitmap work;
+  const BITMAPHANDLE& source = *m_source.GetHandle();
+  const bool reduced = source.nWidth != m_sourceRect.right - m_sourceRect.left ||
+                       source.nHeight != m_sourceRect.bottom - m_sourceRect.top;
+  if (neighbourhood && reduced) {
+    // Full resolution over the covered region: a crop is a reduction by one.
+    const int rc = Reduce(*m_image, m_sourceRect, m_sourceRect.right - m_sourceRect.left,
+                          m_sourceRect.bottom - m_sourceRect.top, &work);
+    if (rc != QV_SUCCESS) {
+      m_lastResult = rc;
+      return 0;
+    }
+  } else if (!work.Copy(source)) {
+    m_lastResult = work.LastResult();
+    return 0;
+  }
+  const int result = effect ? effect(work) : 1;
+  m_lastResult = work.LastResult();
+  if (!result) return 0;
+  if (neighbourhood && reduced) {
+    CQVBitmap shown;
+    const BITMAPHANDLE& done = *work.GetHandle();
+    const int rc = Reduce(done, RECT{0, 0, done.nWidth, done.nHeight}, source.nWidth, source.nHeight, &shown);
+    if (rc != QV_SUCCESS) {
+      m_lastResult = rc;
+      return 0;
+    }
+    *out = std::move(shown);
+  } else {
+    *out = std::move(work);
+  }
+  return result;
+}

@@ -1,0 +1,402 @@
+/*
+ * CQVBeforeAfterDlg: views, toolbar, preview rendering and the zoom, split
+ * and Apply behaviour of the before/after dialogs.
+ *
+ * Rendering is asynchronous on purpose: DoUpdateValues posts one private
+ * message and marks a render as wanted; further changes before that message
+ * arrives only find the mark set. The render then runs with the dialog's
+ * values of that moment, so a dragged slider shows its newest position and
+ * never a queue of old ones.
+ */
+#include "QVBeforeAfterDlg.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "PreviewPipeline.h"
+#include "PreviewToolbar.h"
+#include "QVImageViewer.h"
+
+namespace {
+
+constexpr UINT kMsgRender = WM_APP + 0x3A1;
+constexpr UINT kMsgLayout = WM_APP + 0x3A2;
+constexpr int kToolbarGap = 2;
+
+const wchar_t kStaleNote[] = L"Out of date: press Apply";
+
+bool IsTextEntry(HWND window) {
+  wchar_t name[32] = {};
+  GetClassNameW(window, name, 32);
+  return _wcsicmp(name, L"Edit") == 0 || _wcsicmp(name, L"RichEdit20W") == 0;
+}
+
+RECT ChildRect(HWND dialog, HWND child) {
+  RECT r{};
+  GetWindowRect(child, &r);
+  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&r), 2);
+  return r;
+}
+
+}  // namespace
+
+CQVBeforeAfterDlg::CQVBeforeAfterDlg(UINT templateId, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned dialogId,
+                                     unsigned reserved, int flags)
+    : CQVBaseDialog(templateId, parent, dialogId),
+      m_pBitmap(bitmap),
+      m_reserved(reserved),
+      m_constructFlags(flags),
+      m_beforeView(std::make_unique<CQVImageViewer>()),
+      m_afterView(std::make_unique<CQVImageViewer>()),
+      m_pipeline(std::make_unique<CPreviewPipeline>()),
+      m_toolbar(std::make_unique<CPreviewToolbar>()) {}
+
+CQVBeforeAfterDlg::~CQVBeforeAfterDlg() = default;
+
+CQVImageViewer& CQVBeforeAfterDlg::GetBeforeView() { return *m_beforeView; }
+CQVImageViewer& CQVBeforeAfterDlg::GetAfterView() { return *m_afterView; }
+HWND CQVBeforeAfterDlg::GetPreviewToolbar() const { return m_toolbar->Handle(); }
+
+const CQVBitmap* CQVBeforeAfterDlg::GetAfterBitmap() const {
+  return m_after.IsAllocated() ? &m_after : nullptr;
+}
+
+const CQVBitmap* CQVBeforeAfterDlg::GetDisplaySource() const {
+  return m_pipeline->HasSource() ? &m_pipeline->Source() : nullptr;
+}
+
+void CQVBeforeAfterDlg::EnableProcessing(int enable) {
+  m_processing = enable != 0;
+  if (m_processing && m_hWnd) DoUpdateValues();
+}
+
+void CQVBeforeAfterDlg::SetZoomToFit(int fit) {
+  m_zoomToFit = fit != 0;
+  if (!m_hWnd) m_initialZoomToFit = m_zoomToFit;
+  if (m_hWnd && m_beforeView->m_hWnd) ApplyViewState(m_zoomToFit, m_afterView->GetZoom());
+}
+
+int CQVBeforeAfterDlg::GetZoomToFit() const { return m_zoomToFit ? 1 : 0; }
+
+void CQVBeforeAfterDlg::SetZoomKeyEnabled(int enable) { m_zoomKeys = enable != 0; }
+
+void CQVBeforeAfterDlg::UseApplyButton(int use) {
+  m_useApply = use != 0;
+  if (!m_hWnd) return;
+  if (HWND apply = GetDlgItemHandle(kApplyButtonId)) ::ShowWindow(apply, m_useApply ? SW_SHOW : SW_HIDE);
+  if (!m_useApply && m_stale) RenderNow();
+}
+
+int CQVBeforeAfterDlg::PreEndDialog(int ok) {
+  if (!ok) return 1;
+  // A render still waiting is made now, so its result is known.
+  if (m_renderPosted && m_processing && !m_useApply) {
+    m_renderPosted = false;
+    RenderNow();
+  }
+  if (m_processing && m_lastPreviewResult == 0) {
+    MessageBeep(MB_ICONWARNING);
+    return 0;
+  }
+  return 1;
+}
+
+void CQVBeforeAfterDlg::DoUpdateValues() {
+  if (!m_processing || !m_hWnd) return;
+  if (m_useApply) {
+    m_stale = true;
+    ShowRendered();
+    return;
+  }
+  if (m_renderPosted) return;
+  m_renderPosted = PostMessage(kMsgRender) != FALSE;
+  if (!m_renderPosted) RenderNow();
+}
+
+int CQVBeforeAfterDlg::PrepareEffectBitmap(CQVBitmap&) { return 1; }
+
+void CQVBeforeAfterDlg::UpdateUserDocBitmap(BITMAPHANDLE*) {}
+
+void CQVBeforeAfterDlg::DoUpdateViews() {
+  m_pipeline->Invalidate();
+  UpdateViews(true);
+}
+
+void CQVBeforeAfterDlg::UpdateViews(bool forceRender) {
+  if (!m_hWnd || !m_afterView->m_hWnd || !m_pipeline->HasImage()) return;
+  const RECT visible = m_afterView->VisibleContentRect();
+  const bool rebuilt = m_pipeline->Prepare(PreviewView{visible, m_afterView->GetScale()});
+  if (!m_pipeline->HasSource()) return;
+  const RECT& rect = m_pipeline->SourceRect();
+  m_beforeView->SetDisplay(m_pipeline->Source().GetHandle(), rect);
+  if (rebuilt) m_afterValid = false;
+  if ((rebuilt || forceRender) && m_processing) {
+    if (m_useApply)
+      m_stale = true;
+    else
+      RenderNow();
+  }
+  ShowRendered();
+}
+
+void CQVBeforeAfterDlg::RenderNow() {
+  if (!m_processing || !m_pipeline->HasSource()) return;
+  CQVBitmap rendered;
+  const int result = m_pipeline->Render([this](CQVBitmap& copy) { return PrepareEffectBitmap(copy); },
+                                        IsNeighbourhoodEffect(), &rendered);
+  ++m_renderCount;
+  m_lastPreviewResult = result ? 1 : 0;
+  if (result) {
+    m_after = std::move(rendered);
+    m_afterValid = true;
+    m_stale = false;
+  }
+  ShowRendered();
+}
+
+void CQVBeforeAfterDlg::ShowRendered() {
+  if (!m_afterView->m_hWnd || !m_pipeline->HasSource()) return;
+  const RECT& rect = m_pipeline->SourceRect();
+  const BITMAPHANDLE* source = m_pipeline->Source().GetHandle();
+  const bool haveAfter = m_afterValid && m_after.IsAllocated() && m_processing;
+  const BITMAPHANDLE* shown = m_showEffect && haveAfter ? m_after.GetHandle() : source;
+  m_afterView->SetDisplay(shown, rect);
+  m_afterView->SetSplitDisplay(m_split ? source : nullptr, rect);
+  m_afterView->SetNote(m_useApply && m_stale ? kStaleNote : L"");
+  m_afterView->Invalidate(FALSE);
+  m_afterView->UpdateWindow();
+  m_beforeView->Invalidate(FALSE);
+}
+
+void CQVBeforeAfterDlg::OnZoomToNormalBtnClicked() { ApplyViewState(false, 100); }
+
+void CQVBeforeAfterDlg::OnZoomToFitBtnClicked() { ApplyViewState(true, m_afterView->GetZoom()); }
+
+void CQVBeforeAfterDlg::OnApplyBtnClicked() {
+  if (!m_processing) return;
+  m_renderPosted = false;
+  RenderNow();
+}
+
+void CQVBeforeAfterDlg::ApplyViewState(bool fit, int zoomPercent) {
+  m_zoomToFit = fit;
+  if (!m_afterView->m_hWnd) return;
+  m_syncing = true;
+  for (CQVImageViewer* view : {m_afterView.get(), m_beforeView.get()}) {
+    if (fit) {
+      view->SetZoomToFit(1);
+    } else {
+      view->SetZoomToFit(0);
+      view->SetZoom(zoomPercent);
+    }
+  }
+  m_beforeView->SetScrollPosition(m_afterView->GetScrollPosition());
+  m_syncing = false;
+  UpdateViews(false);
+}
+
+void CQVBeforeAfterDlg::StepZoom(int direction) {
+  CQVImageViewer& view = *m_afterView;
+  const bool moved = direction > 0 ? view.ZoomIn() : view.ZoomOut();
+  if (moved) SyncViews(view);
+}
+
+void CQVBeforeAfterDlg::SyncViews(CQVImageViewer& from) {
+  if (m_syncing) return;
+  m_syncing = true;
+  CQVImageViewer& to = &from == m_afterView.get() ? *m_beforeView : *m_afterView;
+  m_zoomToFit = from.GetZoomToFit() != 0;
+  if (m_zoomToFit) {
+    to.SetZoomToFit(1);
+  } else {
+    to.SetZoomToFit(0);
+    to.SetZoom(from.GetZoom());
+  }
+  to.SetScrollPosition(from.GetScrollPosition());
+  m_syncing = false;
+  UpdateViews(false);
+}
+
+void CQVBeforeAfterDlg::ToggleSplit() {
+  m_split = !m_split;
+  m_toolbar->SetChecked(kCmdSplitView, m_split);
+  ShowRendered();
+}
+
+void CQVBeforeAfterDlg::ToggleEffect() {
+  m_showEffect = !m_showEffect;
+  m_toolbar->SetChecked(kCmdEffectToggle, m_showEffect);
+  ShowRendered();
+}
+
+void CQVBeforeAfterDlg::ResetView() {
+  m_split = false;
+  m_showEffect = true;
+  m_toolbar->SetChecked(kCmdSplitView, false);
+  m_toolbar->SetChecked(kCmdEffectToggle, true);
+  m_afterView->SetSplitPos(-1);
+  m_afterView->SetScrollPosition(POINT{0, 0});
+  ApplyViewState(m_initialZoomToFit, 100);
+  ShowRendered();
+}
+
+bool CQVBeforeAfterDlg::HandleZoomKey(UINT key, bool isChar) {
+  if (!isChar) {
+    switch (key) {
+      case VK_ADD: key = '+'; break;
+      case VK_SUBTRACT: key = '-'; break;
+      case VK_MULTIPLY: key = '*'; break;
+      case VK_DIVIDE: key = '/'; break;
+      default: return false;
+    }
+  }
+  switch (key) {
+    case '+': StepZoom(1); return true;
+    case '-': StepZoom(-1); return true;
+    case '*': OnZoomToNormalBtnClicked(); return true;
+    case '/': OnZoomToFitBtnClicked(); return true;
+    default: return false;
+  }
+}
+
+BOOL CQVBeforeAfterDlg::PreTranslateMessage(MSG* msg) {
+  if (m_zoomKeys && m_hWnd && (msg->message == WM_KEYDOWN || msg->message == WM_CHAR) &&
+      (msg->hwnd == m_hWnd || ::IsChild(m_hWnd, msg->hwnd)) && !IsTextEntry(msg->hwnd) && m_afterView->m_hWnd &&
+      m_pipeline->HasImage()) {
+    if (HandleZoomKey(static_cast<UINT>(msg->wParam), msg->message == WM_CHAR)) return TRUE;
+  }
+  return CQVBaseDialog::PreTranslateMessage(msg);
+}
+
+BOOL CQVBeforeAfterDlg::OnInitDialog() {
+  const BOOL result = CQVBaseDialog::OnInitDialog();
+  m_pipeline->SetImage(m_pBitmap);
+  CreateViews();
+  CreateToolbar();
+  if (HWND apply = GetDlgItemHandle(kApplyButtonId)) ::ShowWindow(apply, m_useApply ? SW_SHOW : SW_HIDE);
+  // The dialog's own OnInitDialog still decides which buttons and views
+  // stay; the layout and the first render wait until it has.
+  PostMessage(kMsgLayout);
+  return result;
+}
+
+void CQVBeforeAfterDlg::CreateViews() {
+  struct Pane {
+    int id;
+    CQVImageViewer* view;
+  };
+  for (const Pane& pane : {Pane{kBeforeViewId, m_beforeView.get()}, Pane{kAfterViewId, m_afterView.get()}}) {
+    HWND placeholder = GetDlgItemHandle(pane.id);
+    RECT rect{0, 0, 0, 0};
+    DWORD visible = 0;
+    if (placeholder) {
+      rect = ChildRect(m_hWnd, placeholder);
+      visible = ::GetWindowLongW(placeholder, GWL_STYLE) & WS_VISIBLE;
+      // The placeholder gives up its id; the view takes it and its place in
+      // the tab order.
+      ::SetWindowLongPtrW(placeholder, GWLP_ID, 0);
+    }
+    pane.view->Create(WS_CHILD | WS_TABSTOP | WS_BORDER | visible, rect, m_hWnd, static_cast<UINT>(pane.id));
+    if (placeholder) {
+      ::SetWindowPos(pane.view->m_hWnd, placeholder, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      ::DestroyWindow(placeholder);
+    }
+    if (m_pBitmap) pane.view->SetContentSize(m_pBitmap->nWidth, m_pBitmap->nHeight);
+    if (m_zoomToFit) {
+      pane.view->SetZoomToFit(1);
+    } else {
+      pane.view->SetZoomToFit(0);
+      pane.view->SetZoom(100);
+    }
+  }
+  m_viewArea[0] = ChildRect(m_hWnd, m_beforeView->m_hWnd);
+  m_viewArea[1] = ChildRect(m_hWnd, m_afterView->m_hWnd);
+}
+
+void CQVBeforeAfterDlg::CreateToolbar() {
+  const HFONT font = GetFont();
+  m_toolbar->Create(m_hWnd, kToolbarId, font,
+                    CPreviewToolbar::Commands{kCmdZoomNormal, kCmdZoomFit, kCmdSplitView, kCmdEffectToggle,
+                                              kCmdResetView});
+}
+
+void CQVBeforeAfterDlg::Layout() {
+  HWND toolbar = m_toolbar->Handle();
+  const bool toolbarShown =
+      toolbar && (::GetWindowLongW(toolbar, GWL_STYLE) & WS_VISIBLE) && m_toolbar->ButtonCount() > 0;
+  RECT before = m_viewArea[0];
+  RECT after = m_viewArea[1];
+  if (toolbarShown) {
+    // Right-aligned over the after pane; both panes give up the same height
+    // so they stay the same size.
+    const SIZE needed = m_toolbar->NeededSize();
+    const int top = std::min(before.top, after.top);
+    ::SetWindowPos(toolbar, nullptr, after.right - needed.cx, top, needed.cx, needed.cy,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+    const int shift = needed.cy + kToolbarGap;
+    before.top += shift;
+    after.top += shift;
+  }
+  for (auto [view, r] : {std::pair<CQVImageViewer*, RECT>{m_beforeView.get(), before},
+                         std::pair<CQVImageViewer*, RECT>{m_afterView.get(), after}})
+    ::SetWindowPos(view->m_hWnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+  ApplyViewState(m_zoomToFit, 100);
+  DoUpdateViews();
+}
+
+void CQVBeforeAfterDlg::OnOK() { CQVBaseDialog::OnOK(); }
+
+void CQVBeforeAfterDlg::OnCancel() { CQVBaseDialog::OnCancel(); }
+
+void CQVBeforeAfterDlg::DoDataExchange(qvfw::CDataExchange* pDX) { CQVBaseDialog::DoDataExchange(pDX); }
+
+LRESULT CQVBeforeAfterDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case kMsgRender:
+      if (m_renderPosted) {
+        m_renderPosted = false;
+        RenderNow();
+      }
+      return 0;
+    case kMsgLayout:
+      Layout();
+      return 0;
+    default:
+      return CQVBaseDialog::WindowProc(message, wParam, lParam);
+  }
+}
+
+BOOL CQVBeforeAfterDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
+  const int id = LOWORD(wParam);
+  const int code = HIWORD(wParam);
+  if (code == BN_CLICKED || code == 0) {
+    switch (id) {
+      case kCmdZoomNormal: OnZoomToNormalBtnClicked(); return TRUE;
+      case kCmdZoomFit: OnZoomToFitBtnClicked(); return TRUE;
+      case kCmdSplitView: ToggleSplit(); return TRUE;
+      case kCmdEffectToggle: ToggleEffect(); return TRUE;
+      case kCmdResetView: ResetView(); return TRUE;
+      case kApplyButtonId:
+        if (code == BN_CLICKED) {
+          OnApplyBtnClicked();
+          return TRUE;
+        }
+        break;
+      default:
+        break;
+    }
+  }
+  return CQVBaseDialog::OnCommand(wParam, lParam);
+}
+
+BOOL CQVBeforeAfterDlg::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+  const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
+  if (header && header->code == CQVScrollWnd::kNotifyViewChanged &&
+      (header->idFrom == kBeforeViewId || header->idFrom == kAfterViewId)) {
+    SyncViews(header->idFrom == kAfterViewId ? *m_afterView : *m_beforeView);
+    *result = 0;
+    return TRUE;
+  }
+  return CQVBaseDialog::OnNotify(wParam, lParam, result);
+}
