@@ -20,7 +20,9 @@
  * The combo either subclasses a combo box of the template or takes over a
  * placeholder control (a static, say): it then creates itself with the
  * placeholder's id, rectangle, place in the tab order, font, visibility and
- * enabled state, and destroys the placeholder.
+ * enabled state, and destroys the placeholder. Its parent must be a framework
+ * window: the combo learns of list picks, typing and focus loss from its own
+ * notifications, which the parent reflects back to it.
  */
 #pragma once
 

@@ -118,9 +118,16 @@ LRESULT CALLBACK CDialog::MessageFilterProc(int code, WPARAM wParam, LPARAM lPar
 
 BOOL CDialog::PreTranslateMessage(MSG*) { return FALSE; }
 
+// A modeless dialog has no loop to end; it is hidden and its owner decides
+// when to destroy it.
 void CDialog::EndDialog(int result) {
   m_endResult = result;
-  if (m_hWnd) ::EndDialog(m_hWnd, result);
+  if (!m_hWnd) return;
+  if (m_modal) {
+    ::EndDialog(m_hWnd, result);
+  } else {
+    ::ShowWindow(m_hWnd, SW_HIDE);
+  }
 }
 
 BOOL CDialog::UpdateData(BOOL saveAndValidate) {

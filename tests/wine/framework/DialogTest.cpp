@@ -167,6 +167,14 @@ TEST_F(DialogTest, ModelessDialogLoadsDataAndMapsItsObject) {
   EXPECT_EQ(dialog.m_combo.GetCurSel(), 1);
   EXPECT_EQ(CWnd::FromHandlePermanent(dialog.GetDlgItemHandle(IDC_FW_NUMBER)), &dialog.m_edit);
 
+  // OK saves the data and ends the dialog, but a modeless window stays
+  // until its owner destroys it.
+  dialog.SetDlgItemText(IDC_FW_NUMBER, L"8");
+  dialog.SendMessage(WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+  EXPECT_EQ(dialog.m_number, 8);
+  EXPECT_EQ(dialog.GetEndResult(), IDOK);
+  EXPECT_TRUE(::IsWindow(window));
+
   ::DestroyWindow(window);
   EXPECT_EQ(dialog.m_hWnd, nullptr);
   EXPECT_EQ(CWnd::FromHandlePermanent(window), nullptr);
