@@ -1,6 +1,6 @@
 // Native image files: PNG, BMP (and JPEG) read through Debian's header-only stb, PNM through our own reader,
 // keeping 16-bit PNG and PNM samples as 16-bit gray or 48/64-bit color; PNG (8 and 16 bits), BMP, PNM (8 and
-// 16 bits) and JPEG written. stb reads a cut-short BMP as if the missing rows were black, so BMP sizes are
+// 16 bits), JPEG and TIFF written. stb reads a cut-short BMP as if the missing rows were black, so BMP sizes are
 // checked against the header before decoding.
 #include <cstdio>
 #include <cstring>
@@ -20,7 +20,6 @@
 #define STB_IMAGE_IMPLEMENTATION
 #include <stb_image.h>
 #define STBI_WRITE_NO_STDIO
-#define STB_IMAGE_WRITE_IMPLEMENTATION
 #include <stb_image_write.h>
 
 namespace qv {
@@ -105,22 +104,14 @@ void CopySamples(const T* src, int channels, BITMAPHANDLE* b) {
   }
 }
 
-// True when the file starts like one of the containers we read, so a failure to parse it means damage
-// rather than a file of another kind.
-bool HasImageSignature(const std::vector<uint8_t>& d) {
-  if (d.size() < 2) return false;
-  if (d.size() >= 4 && d[0] == 0x89 && d[1] == 'P' && d[2] == 'N' && d[3] == 'G') return true;
-  if (d[0] == 'B' && d[1] == 'M') return true;
-  if (d[0] == 'P' && (d[1] == '5' || d[1] == '6')) return true;
-  return d[0] == 0xFF && d[1] == 0xD8;
-}
-
 int Decode(const std::vector<uint8_t>& d, BITMAPHANDLE* out) {
   if (IsPnm(d)) return DecodePnm(d, kMaxFilePixels, out);
+  if (d.size() >= 4 && ((d[0] == 'I' && d[1] == 'I') || (d[0] == 'M' && d[1] == 'M')))
+    return QV_ERROR_FILE_FORMAT;  // TIFF is written here but read only on Windows
   const int len = static_cast<int>(d.size());
   int w = 0, h = 0, comp = 0;
   if (!stbi_info_from_memory(d.data(), len, &w, &h, &comp))
-    return HasImageSignature(d) ? QV_ERROR_FILE_CORRUPT : QV_ERROR_FILE_FORMAT;
+    return HasImageSignature(d.data(), d.size()) ? QV_ERROR_FILE_CORRUPT : QV_ERROR_FILE_FORMAT;
   if (w <= 0 || h <= 0 || static_cast<uint64_t>(w) * static_cast<uint64_t>(h) > kMaxFilePixels)
     return QV_ERROR_FILE_CORRUPT;
   if (!BmpIsComplete(d)) return QV_ERROR_FILE_CORRUPT;
@@ -143,25 +134,6 @@ int Decode(const std::vector<uint8_t>& d, BITMAPHANDLE* out) {
   return QV_SUCCESS;
 }
 
-// Interleaved samples of a bitmap for the writers: 1 channel for gray, 4 with alpha, else 3.
-template <class T>
-std::vector<T> Interleave(const BITMAPHANDLE& b, int channels) {
-  PixelFormat f{};
-  DescribePixelFormat(b, &f);
-  std::vector<T> out(static_cast<size_t>(b.nWidth) * b.nHeight * channels);
-  std::vector<T> row(static_cast<size_t>(b.nWidth) * 4);
-  for (int y = 0; y < b.nHeight; ++y) {
-    if constexpr (sizeof(T) == 1)
-      ReadRowRgba8(b, f, y, 0, b.nWidth, row.data());
-    else
-      ReadRowRgba16(b, f, y, 0, b.nWidth, row.data());
-    T* dst = out.data() + static_cast<size_t>(y) * b.nWidth * channels;
-    for (int x = 0; x < b.nWidth; ++x)
-      for (int c = 0; c < channels; ++c) dst[x * channels + c] = row[x * 4 + c];
-  }
-  return out;
-}
-
 void AppendBytes(void* context, void* data, int size) {
   auto* out = static_cast<std::vector<uint8_t>*>(context);
   const auto* p = static_cast<const uint8_t*>(data);
@@ -173,12 +145,12 @@ std::vector<uint8_t> EncodePnm(const BITMAPHANDLE& b, int channels, bool wide) {
                              std::to_string(b.nHeight) + "\n" + (wide ? "65535\n" : "255\n");
   std::vector<uint8_t> out(header.begin(), header.end());
   if (wide) {
-    for (uint16_t v : Interleave<uint16_t>(b, channels)) {
+    for (uint16_t v : InterleaveSamples16(b, channels)) {
       out.push_back(static_cast<uint8_t>(v >> 8));
       out.push_back(static_cast<uint8_t>(v));
     }
   } else {
-    const auto samples = Interleave<uint8_t>(b, channels);
+    const auto samples = InterleaveSamples8(b, channels);
     out.insert(out.end(), samples.begin(), samples.end());
   }
   return out;
@@ -192,21 +164,20 @@ int Encode(const BITMAPHANDLE& b, unsigned int format, std::vector<uint8_t>* out
   const int w = b.nWidth, h = b.nHeight;
   switch (format) {
     case QV_FILE_PNG:
-      if (wide) {
-        *out = EncodePng16(w, h, channels, Interleave<uint16_t>(b, channels).data());
-        return out->empty() ? QV_ERROR_FILE_WRITE : QV_SUCCESS;
-      }
-      return stbi_write_png_to_func(AppendBytes, out, w, h, channels, Interleave<uint8_t>(b, channels).data(),
+      if (wide) return EncodeOwnPng16(b, out);
+      return stbi_write_png_to_func(AppendBytes, out, w, h, channels, InterleaveSamples8(b, channels).data(),
                                     w * channels)
                  ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
     case QV_FILE_BMP:
-      return stbi_write_bmp_to_func(AppendBytes, out, w, h, channels, Interleave<uint8_t>(b, channels).data())
+      return stbi_write_bmp_to_func(AppendBytes, out, w, h, channels, InterleaveSamples8(b, channels).data())
                  ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
     case QV_FILE_JPEG: {
       const int c = channels == 4 ? 3 : channels;
-      return stbi_write_jpg_to_func(AppendBytes, out, w, h, c, Interleave<uint8_t>(b, c).data(), 90)
+      return stbi_write_jpg_to_func(AppendBytes, out, w, h, c, InterleaveSamples8(b, c).data(), 90)
                  ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
     }
+    case QV_FILE_TIFF:
+      return EncodeOwnTiff(b, out);
     case QV_FILE_PNM:
       *out = EncodePnm(b, channels == 4 ? 3 : channels, wide);
       return QV_SUCCESS;
@@ -227,10 +198,7 @@ int WriteImageFile(const wchar_t* path, const BITMAPHANDLE& b, unsigned int form
   std::vector<uint8_t> bytes;
   const int rc = Encode(b, format, &bytes);
   if (rc != QV_SUCCESS) return rc;
-  File f(std::fopen(ToUtf8(path).c_str(), "wb"));
-  if (!f) return QV_ERROR_FILE_WRITE;
-  if (std::fwrite(bytes.data(), 1, bytes.size(), f.get()) != bytes.size()) return QV_ERROR_FILE_WRITE;
-  return std::fclose(f.release()) == 0 ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
+  return WriteBytes(path, bytes);
 }
 
 }  // namespace qv

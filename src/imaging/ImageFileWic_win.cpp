@@ -1,13 +1,15 @@
 // Image files on Windows through Windows Imaging Component: any container WIC decodes is read, keeping
 // 8/16-bit gray, 24/32-bit color, 48/64-bit color, 5-6-5 and indexed pixels as they are stored and
 // converting every other pixel format to the nearest kept one; BMP, PNG, JPEG and TIFF are written from a
-// copy in one of six canonical layouts, converted by WIC when the encoder negotiates another.
+// copy in one of six canonical layouts, converted by WIC when the encoder negotiates another. 16-bit PNG and
+// 16-bit gray TIFF go through our own encoders, because system encoders differ in whether they keep them.
 #include <initguid.h>
 #include <windows.h>
 #include <wincodec.h>
 
 #include <climits>
 #include <cstring>
+#include <vector>
 
 #include "Bitmap.h"
 #include "BitmapCheck.h"
@@ -83,12 +85,24 @@ int CreateFactory(ComPtr<IWICImagingFactory>* factory) {
   return SUCCEEDED(hr) ? QV_SUCCESS : QV_ERROR_PLATFORM;
 }
 
-int DecoderError(HRESULT hr) {
-  if (hr == WINCODEC_ERR_COMPONENTNOTFOUND || hr == WINCODEC_ERR_UNKNOWNIMAGEFORMAT) return QV_ERROR_FILE_FORMAT;
+// The first bytes of a file, for telling a damaged image from a file of another kind.
+std::vector<uint8_t> FileHead(const wchar_t* path) {
+  std::vector<uint8_t> head(16);
+  HANDLE h = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return {};
+  DWORD got = 0;
+  if (!ReadFile(h, head.data(), static_cast<DWORD>(head.size()), &got, nullptr)) got = 0;
+  CloseHandle(h);
+  head.resize(got);
+  return head;
+}
+
+int DecoderError(HRESULT hr, const wchar_t* path) {
   if (hr == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) || hr == HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND) ||
       hr == E_ACCESSDENIED)
     return QV_ERROR_FILE_NOT_FOUND;
-  return QV_ERROR_FILE_CORRUPT;
+  const std::vector<uint8_t> head = FileHead(path);
+  return HasImageSignature(head.data(), head.size()) ? QV_ERROR_FILE_CORRUPT : QV_ERROR_FILE_FORMAT;
 }
 
 void CopyPalette(IWICImagingFactory* factory, IWICBitmapFrameDecode* frame, BITMAPHANDLE* b) {
@@ -111,7 +125,7 @@ int Decode(IWICImagingFactory* factory, const wchar_t* path, BITMAPHANDLE* out) 
   ComPtr<IWICBitmapDecoder> decoder;
   HRESULT hr = factory->CreateDecoderFromFilename(path, nullptr, GENERIC_READ, WICDecodeMetadataCacheOnDemand,
                                                   decoder.Put());
-  if (FAILED(hr)) return DecoderError(hr);
+  if (FAILED(hr)) return DecoderError(hr, path);
   ComPtr<IWICBitmapFrameDecode> frame;
   if (FAILED(decoder->GetFrame(0, frame.Put()))) return QV_ERROR_FILE_CORRUPT;
   UINT w = 0, h = 0;
@@ -240,6 +254,11 @@ int ReadImageFile(const wchar_t* path, BITMAPHANDLE* out) {
 int WriteImageFile(const wchar_t* path, const BITMAPHANDLE& b, unsigned int format) {
   const GUID* container = ContainerFor(format);
   if (!container) return QV_ERROR_FILE_FORMAT;
+  std::vector<uint8_t> own;
+  int ownResult = QV_ERROR_FILE_FORMAT;
+  if (format == QV_FILE_PNG && HasWideSamples(b)) ownResult = EncodeOwnPng16(b, &own);
+  if (format == QV_FILE_TIFF && HasWideSamples(b) && FileChannels(b) == 1) ownResult = EncodeOwnTiff(b, &own);
+  if (ownResult == QV_SUCCESS) return WriteBytes(path, own);
   ComScope com;
   if (!com.Ok()) return QV_ERROR_PLATFORM;
   ComPtr<IWICImagingFactory> factory;

@@ -1,13 +1,15 @@
 // A PNG encoder for 16-bit samples, which the stb writer does not offer: big-endian samples behind a "none"
 // filter byte per row, deflated with stb's zlib compressor, framed in IHDR, IDAT and IEND chunks with their
-// CRCs.
+// CRCs. This file also holds the one instantiation of the header-only stb writer.
 #include <array>
 #include <cstdlib>
 #include <cstring>
 
 #include "ImageFile.h"
 
-extern "C" unsigned char* stbi_zlib_compress(unsigned char* data, int data_len, int* out_len, int quality);
+#define STBI_WRITE_NO_STDIO
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#include <stb_image_write.h>
 
 namespace qv {
 namespace {

@@ -1,0 +1,168 @@
+// Painting into a 32-bit DIB section: a checker reduced turns mid-gray, a palette image shows its palette
+// colors, a 12-bit image shows its window-level LUT, enlargement repeats pixels, only the clip box is
+// painted, and bad device contexts or rectangles are refused. Also the palette exports.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstring>
+
+#include "TestFiles.h"
+
+using qvtest::OwnedBitmap;
+
+namespace {
+
+// A memory DC with a top-down 32-bit DIB section, filled with a marker color.
+class DibTarget {
+ public:
+  DibTarget(int w, int h, uint32_t fill = 0x00FF00FF) : m_w(w), m_h(h) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    info.bmiHeader.biWidth = w;
+    info.bmiHeader.biHeight = -h;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    m_dc = CreateCompatibleDC(nullptr);
+    m_bitmap = CreateDIBSection(m_dc, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&m_bits), nullptr, 0);
+    m_old = SelectObject(m_dc, m_bitmap);
+    for (int i = 0; i < w * h; ++i) m_bits[i] = fill;
+  }
+  ~DibTarget() {
+    SelectObject(m_dc, m_old);
+    DeleteObject(m_bitmap);
+    DeleteDC(m_dc);
+  }
+  HDC dc() const { return m_dc; }
+  uint32_t At(int x, int y) const {
+    GdiFlush();
+    return m_bits[y * m_w + x] & 0xFFFFFF;
+  }
+
+ private:
+  int m_w, m_h;
+  HDC m_dc;
+  HBITMAP m_bitmap;
+  HGDIOBJ m_old;
+  uint32_t* m_bits = nullptr;
+};
+
+TEST(Paint, CheckerReducedIsMidGray) {
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 2, 2, 24, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
+  std::memset(b->pData, 255, 3);                       // white, black
+  std::memset(b->pData + b->nBytesPerLine + 3, 255, 3);  // black, white
+  DibTarget target(3, 3);
+  RECT dst{1, 1, 2, 2};
+  ASSERT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, &dst, 0), QV_SUCCESS);
+  const uint32_t px = target.At(1, 1);
+  EXPECT_NEAR(static_cast<int>(px & 0xFF), 128, 1);
+  EXPECT_EQ(px & 0xFF, (px >> 8) & 0xFF);
+  EXPECT_EQ(target.At(0, 0), 0xFF00FFu);  // outside the destination nothing changed
+  EXPECT_EQ(target.At(2, 2), 0xFF00FFu);
+}
+
+TEST(Paint, PaletteImageShowsItsColorsAndEnlarges) {
+  RGBQUAD pal[16] = {};
+  pal[3] = RGBQUAD{0x10, 0x20, 0x30, 0};
+  pal[12] = RGBQUAD{0xF0, 0xE0, 0xD0, 0};
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 2, 1, 4, QV_ORDER_BGR, pal, 16, 0), QV_SUCCESS);
+  b->pData[0] = 0x3C;
+  DibTarget target(4, 2);
+  RECT dst{0, 0, 4, 2};
+  ASSERT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, &dst, 0), QV_SUCCESS);
+  for (int y = 0; y < 2; ++y) {
+    EXPECT_EQ(target.At(0, y), 0x302010u);
+    EXPECT_EQ(target.At(1, y), 0x302010u);
+    EXPECT_EQ(target.At(2, y), 0xD0E0F0u);
+    EXPECT_EQ(target.At(3, y), 0xD0E0F0u);
+  }
+}
+
+TEST(Paint, TwelveBitImageGoesThroughItsLut) {
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 3, 1, 12, QV_ORDER_GRAY, nullptr, 0, 0), QV_SUCCESS);
+  const uint16_t samples[3] = {0, 2048, 4095};
+  std::memcpy(b->pData, samples, sizeof samples);
+  DibTarget plain(3, 1);
+  ASSERT_EQ(Q_PaintBitmap(plain.dc(), b.get(), nullptr, nullptr, 0), QV_SUCCESS);
+  EXPECT_EQ(plain.At(0, 0), 0x000000u);
+  EXPECT_EQ(plain.At(1, 0), 0x808080u);
+  EXPECT_EQ(plain.At(2, 0), 0xFFFFFFu);
+  // The kernel-owned LUT that window leveling attaches: index i shows red i / 16, blue 255 - i / 16.
+  OwnedBitmap lutOwner;
+  ASSERT_EQ(Q_CreateBitmap(lutOwner.get(), sizeof(BITMAPHANDLE), 4096, 1, 32, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
+  auto* lut = reinterpret_cast<RGBQUAD*>(lutOwner->pData);
+  for (int i = 0; i < 4096; ++i) lut[i] = RGBQUAD{BYTE(255 - i / 16), 0, BYTE(i / 16), 0};
+  BITMAPHANDLE leveled = *b;
+  leveled.pLUT = lut;
+  leveled.uLUTLength = 4096;
+  leveled.uFlags |= QV_BMF_USELUT;
+  DibTarget target(3, 1);
+  ASSERT_EQ(Q_PaintBitmap(target.dc(), &leveled, nullptr, nullptr, 0), QV_SUCCESS);
+  EXPECT_EQ(target.At(0, 0), 0x0000FFu);
+  EXPECT_EQ(target.At(1, 0), 0x80007Fu);
+  EXPECT_EQ(target.At(2, 0), 0xFF0000u);
+}
+
+TEST(Paint, OnlyTheClipBoxIsPainted) {
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 8, 8, 8, QV_ORDER_GRAY, nullptr, 0, 0), QV_SUCCESS);
+  std::memset(b->pData, 200, b->nBytesPerLine * 8);
+  DibTarget target(8, 8);
+  HRGN clip = CreateRectRgn(2, 2, 4, 4);
+  SelectClipRgn(target.dc(), clip);
+  DeleteObject(clip);
+  ASSERT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, nullptr, 0), QV_SUCCESS);
+  EXPECT_EQ(target.At(2, 2), 0xC8C8C8u);
+  EXPECT_EQ(target.At(3, 3), 0xC8C8C8u);
+  EXPECT_EQ(target.At(1, 1), 0xFF00FFu);
+  EXPECT_EQ(target.At(4, 4), 0xFF00FFu);
+  // A destination far larger than the device costs only what is visible.
+  RECT huge{-1000000, -1000000, 1000000, 1000000};
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, &huge, 0), QV_SUCCESS);
+}
+
+TEST(Paint, BadArgumentsAreRefused) {
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 4, 4, 24, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
+  DibTarget target(4, 4);
+  RECT outside{0, 0, 5, 4}, empty{1, 1, 1, 3}, inverted{3, 3, 1, 1};
+  EXPECT_EQ(Q_PaintBitmap(nullptr, b.get(), nullptr, nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(reinterpret_cast<HDC>(b.get()), b.get(), nullptr, nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), &outside, nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), &empty, nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, &inverted, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, nullptr, 8), QV_ERROR_INVALID_FLAGS);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), reinterpret_cast<const RECT*>(16), nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+}
+
+TEST(Palettes, BitmapPaletteDuplicateAndPaintPalette) {
+  RGBQUAD pal[4] = {{1, 2, 3, 0}, {4, 5, 6, 0}, {7, 8, 9, 0}, {10, 11, 12, 0}};
+  OwnedBitmap b;
+  ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 2, 2, 2, QV_ORDER_BGR, pal, 4, 0), QV_SUCCESS);
+  HPALETTE h = nullptr, dup = nullptr, paint = nullptr;
+  ASSERT_EQ(Q_GetBitmapPalette(b.get(), &h, 0), QV_SUCCESS);
+  ASSERT_EQ(Q_DupPalette(h, &dup, 0), QV_SUCCESS);
+  EXPECT_NE(h, dup);
+  PALETTEENTRY entries[8] = {};
+  ASSERT_EQ(GetPaletteEntries(dup, 0, 8, entries), 4u);
+  EXPECT_EQ(entries[2].peRed, 9);
+  EXPECT_EQ(entries[2].peGreen, 8);
+  EXPECT_EQ(entries[2].peBlue, 7);
+  DibTarget target(2, 2);
+  ASSERT_EQ(Q_CreatePaintPalette(target.dc(), b.get(), &paint, 0), QV_SUCCESS);
+  EXPECT_EQ(GetPaletteEntries(paint, 0, 0, nullptr), 4u);
+  OwnedBitmap gray;
+  ASSERT_EQ(Q_CreateBitmap(gray.get(), sizeof(BITMAPHANDLE), 2, 2, 16, QV_ORDER_GRAY, nullptr, 0, 0), QV_SUCCESS);
+  HPALETTE grayPal = nullptr;
+  ASSERT_EQ(Q_GetBitmapPalette(gray.get(), &grayPal, 0), QV_SUCCESS);
+  EXPECT_EQ(GetPaletteEntries(grayPal, 0, 0, nullptr), 256u);
+  EXPECT_EQ(Q_DupPalette(reinterpret_cast<HPALETTE>(target.dc()), &dup, 0), QV_ERROR_INVALID_HANDLE);
+  EXPECT_EQ(Q_DupPalette(nullptr, &dup, 0), QV_ERROR_INVALID_HANDLE);
+  EXPECT_EQ(Q_GetBitmapPalette(b.get(), nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  for (HPALETTE p : {h, dup, paint, grayPal}) DeleteObject(p);
+}
+
+}  // namespace
