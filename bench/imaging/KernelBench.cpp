@@ -11,10 +11,9 @@
 
 #include "qv/qvkrn.h"
 
+#include "DisplayResampler.h"
 #ifdef _WIN32
 #include <windows.h>
-#else
-#include "DisplayResampler.h"
 #endif
 
 namespace {
@@ -125,6 +124,9 @@ int main() {
     StretchDIBits(preview.dc, 0, 0, 1024, 768, 0, 0, kWidth, kHeight, image.pData, &info, DIB_RGB_COLORS, SRCCOPY);
   });
   Report("paint reduced to 1024x768", paint, "StretchDIBits HALFTONE", stretch);
+  std::vector<uint32_t> out(1024 * 768);
+  qv::DisplayRequest request{RECT{0, 0, kWidth, kHeight}, 1024, 768, RECT{0, 0, 1024, 768}};
+  Report("  of which rendering", BestMs(5, [&] { qv::RenderForDisplay(image, request, out.data()); }));
   RECT src{1000, 1000, 1800, 1600};
   const double oneToOne = BestMs(5, [&] { Q_PaintBitmap(window.dc, &image, &src, nullptr, 0); });
   Report("paint 800x600 at 1:1", oneToOne);
