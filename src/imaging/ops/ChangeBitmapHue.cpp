@@ -18,7 +18,7 @@ class HueRotation {
  public:
   explicit HueRotation(int angle) {
     // The turn in sixths of a circle: whole sectors plus a 32-bit fraction of one.
-    int64_t turn = RoundDiv(static_cast<int64_t>(angle) << 32, 60) % (int64_t{6} << 32);
+    int64_t turn = RoundDiv(static_cast<int64_t>(angle) * (int64_t{1} << 32), 60) % (int64_t{6} << 32);
     if (turn < 0) turn += int64_t{6} << 32;
     m_sectors = static_cast<int32_t>(turn >> 32);
     m_fraction = static_cast<uint64_t>(turn & 0xFFFFFFFF);
