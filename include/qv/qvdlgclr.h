@@ -12,6 +12,7 @@
 #ifndef QV_QVDLGCLR_H
 #define QV_QVDLGCLR_H
 
+#include "qvimgops.h"
 #include "qvkrn.h"
 
 /* Flags of uDlgFlags shared by the before/after preview dialogs. */
@@ -130,13 +131,7 @@ typedef struct tagQVCOLOREDGRAYDLGPARAMS {
   QVDLG_COMMON_TAIL;
 } QVCOLOREDGRAYDLGPARAMS;
 
-/* One output channel of the balance colors dialog: the weights of the source channels. */
-typedef struct tagQVBALANCINGRECORD {
-  uint32_t uStructSize; /* 28 */
-  double fToRed;
-  double fToGreen;
-  double fToBlue;
-} QVBALANCINGRECORD;
+/* QVBALANCINGRECORD, one output channel of the balance colors dialog, is the operations header's own. */
 
 typedef struct tagQVBALANCECOLORSDLGPARAMS {
   uint32_t uStructSize;
