@@ -1,0 +1,17 @@
+/*
+ * The meaning of every result code of qverror.h, as the status bar and the
+ * tour page show it next to the number.
+ */
+#ifndef QVDEMO_RESULTCODES_H
+#define QVDEMO_RESULTCODES_H
+
+#include <string>
+
+namespace qvdemo {
+
+// The code's name and meaning, e.g. "QV_DLG_CANCEL: the user cancelled"; unknown codes say so.
+std::wstring DescribeResult(int code);
+
+}  // namespace qvdemo
+
+#endif
