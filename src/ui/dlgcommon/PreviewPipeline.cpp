@@ -27,7 +27,9 @@ int ScaledSize(int length, double scale) {
 }  // namespace
 
 void CPreviewPipeline::SetImage(const BITMAPHANDLE* bitmap) {
-  m_image = bitmap;
+  // A descriptor the kernel does not accept (unmapped, pixels not a live
+  // allocation of the stated size) is never read.
+  m_image = bitmap && Q_IsValidBitmap(bitmap, 0) == QV_SUCCESS ? bitmap : nullptr;
   Invalidate();
 }
 

@@ -131,7 +131,9 @@ void CQVBeforeAfterDlg::UpdateViews(bool forceRender) {
   m_beforeView->SetDisplay(m_pipeline->Source().GetHandle(), rect);
   if (rebuilt) m_afterValid = false;
   if ((rebuilt || forceRender) && m_processing) {
-    if (m_useApply)
+    // With Apply in use only the opening render is automatic; later ones
+    // wait for the button.
+    if (m_useApply && m_renderCount > 0)
       m_stale = true;
     else
       RenderNow();
@@ -179,6 +181,11 @@ void CQVBeforeAfterDlg::OnApplyBtnClicked() {
 }
 
 void CQVBeforeAfterDlg::ApplyViewState(bool fit, int zoomPercent) {
+  SetViewsZoom(fit, zoomPercent);
+  UpdateViews(false);
+}
+
+void CQVBeforeAfterDlg::SetViewsZoom(bool fit, int zoomPercent) {
   m_zoomToFit = fit;
   if (!m_afterView->m_hWnd) return;
   m_syncing = true;
@@ -192,7 +199,6 @@ void CQVBeforeAfterDlg::ApplyViewState(bool fit, int zoomPercent) {
   }
   m_beforeView->SetScrollPosition(m_afterView->GetScrollPosition());
   m_syncing = false;
-  UpdateViews(false);
 }
 
 void CQVBeforeAfterDlg::StepZoom(int direction) {
@@ -301,7 +307,7 @@ void CQVBeforeAfterDlg::CreateViews() {
       ::SetWindowPos(pane.view->m_hWnd, placeholder, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       ::DestroyWindow(placeholder);
     }
-    if (m_pBitmap) pane.view->SetContentSize(m_pBitmap->nWidth, m_pBitmap->nHeight);
+    if (const BITMAPHANDLE* image = m_pipeline->Image()) pane.view->SetContentSize(image->nWidth, image->nHeight);
     if (m_zoomToFit) {
       pane.view->SetZoomToFit(1);
     } else {
@@ -341,7 +347,7 @@ void CQVBeforeAfterDlg::Layout() {
                          std::pair<CQVImageViewer*, RECT>{m_afterView.get(), after}})
     ::SetWindowPos(view->m_hWnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
-  ApplyViewState(m_zoomToFit, 100);
+  SetViewsZoom(m_zoomToFit, 100);
   DoUpdateViews();
 }
 

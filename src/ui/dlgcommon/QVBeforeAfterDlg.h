@@ -116,6 +116,7 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   void ShowRendered();
   void SyncViews(CQVImageViewer& from);
   void ApplyViewState(bool fit, int zoomPercent);
+  void SetViewsZoom(bool fit, int zoomPercent);
   void StepZoom(int direction);
   void ToggleSplit();
   void ToggleEffect();
