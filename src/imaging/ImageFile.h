@@ -16,6 +16,11 @@ namespace qv {
 // readable kind) / QV_ERROR_FILE_CORRUPT (damaged, cut short or absurd dimensions) / QV_ERROR_NO_MEMORY.
 int ReadImageFile(const wchar_t* path, BITMAPHANDLE* out);
 
+#ifndef _WIN32
+// The native decoder on bytes already in memory (the file reader and the fuzz target use it); same codes.
+int DecodeImageBytes(const std::vector<uint8_t>& bytes, BITMAPHANDLE* out);
+#endif
+
 // QV_SUCCESS, QV_ERROR_FILE_FORMAT when the container cannot be written on this platform, or
 // QV_ERROR_FILE_WRITE.
 int WriteImageFile(const wchar_t* path, const BITMAPHANDLE& b, unsigned int format);

@@ -104,7 +104,7 @@ void CopySamples(const T* src, int channels, BITMAPHANDLE* b) {
   }
 }
 
-int Decode(const std::vector<uint8_t>& d, BITMAPHANDLE* out) {
+int DecodeBytes(const std::vector<uint8_t>& d, BITMAPHANDLE* out) {
   if (IsPnm(d)) return DecodePnm(d, kMaxFilePixels, out);
   if (d.size() >= 4 && ((d[0] == 'I' && d[1] == 'I') || (d[0] == 'M' && d[1] == 'M')))
     return QV_ERROR_FILE_FORMAT;  // TIFF is written here but read only on Windows
@@ -188,10 +188,15 @@ int Encode(const BITMAPHANDLE& b, unsigned int format, std::vector<uint8_t>* out
 
 }  // namespace
 
+int DecodeImageBytes(const std::vector<uint8_t>& bytes, BITMAPHANDLE* out) {
+  if (bytes.empty() || bytes.size() > INT32_MAX) return QV_ERROR_FILE_FORMAT;
+  return DecodeBytes(bytes, out);
+}
+
 int ReadImageFile(const wchar_t* path, BITMAPHANDLE* out) {
   std::vector<uint8_t> bytes;
   const int rc = ReadWholeFile(path, &bytes);
-  return rc == QV_SUCCESS ? Decode(bytes, out) : rc;
+  return rc == QV_SUCCESS ? DecodeBytes(bytes, out) : rc;
 }
 
 int WriteImageFile(const wchar_t* path, const BITMAPHANDLE& b, unsigned int format) {
