@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <vector>
 
 #include "TestFiles.h"
 
@@ -60,6 +61,47 @@ TEST(Paint, CheckerReducedIsMidGray) {
   EXPECT_EQ(px & 0xFF, (px >> 8) & 0xFF);
   EXPECT_EQ(target.At(0, 0), 0xFF00FFu);  // outside the destination nothing changed
   EXPECT_EQ(target.At(2, 2), 0xFF00FFu);
+}
+
+TEST(Paint, EveryFormatPaintsItsDarkestAndBrightestValues) {
+  struct Case {
+    const char* name;
+    int bits;
+    unsigned order;
+    bool isSigned;
+    std::vector<uint8_t> dark, bright;  // the bytes of one pixel
+  };
+  const std::vector<uint8_t> z2(2, 0), f2(2, 0xFF), z3(3, 0), f3(3, 0xFF), z4(4, 0), f4(4, 0xFF);
+  const Case cases[] = {
+      {"indexed1", 1, QV_ORDER_BGR, false, {0x00}, {0x80}},
+      {"indexed2", 2, QV_ORDER_BGR, false, {0x00}, {0x40}},
+      {"indexed4", 4, QV_ORDER_BGR, false, {0x00}, {0x10}},
+      {"indexed8", 8, QV_ORDER_BGR, false, {0}, {1}},
+      {"gray8", 8, QV_ORDER_GRAY, false, {0}, {255}},
+      {"gray12", 12, QV_ORDER_GRAY, false, {0, 0}, {0xFF, 0x0F}},
+      {"gray12 signed", 12, QV_ORDER_GRAY, true, {0x00, 0xF8}, {0xFF, 0x07}},
+      {"gray16", 16, QV_ORDER_GRAY, false, z2, f2},
+      {"gray16 signed", 16, QV_ORDER_GRAY, true, {0x00, 0x80}, {0xFF, 0x7F}},
+      {"5-6-5", 16, QV_ORDER_BGR, false, z2, f2},
+      {"24", 24, QV_ORDER_RGB, false, z3, f3},
+      {"32", 32, QV_ORDER_BGR, false, z4, f4},
+      {"48", 48, QV_ORDER_BGR, false, std::vector<uint8_t>(6, 0), std::vector<uint8_t>(6, 0xFF)},
+      {"64", 64, QV_ORDER_RGB, false, std::vector<uint8_t>(8, 0), std::vector<uint8_t>(8, 0xFF)},
+  };
+  RGBQUAD pal[2] = {{0, 0, 0, 0}, {255, 255, 255, 0}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    OwnedBitmap b;
+    ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 1, 2, c.bits, c.order, c.bits <= 8 && c.order != QV_ORDER_GRAY ? pal : nullptr,
+                             c.bits <= 8 && c.order != QV_ORDER_GRAY ? 2 : 0, c.isSigned ? QV_BMF_SIGNED : 0),
+              QV_SUCCESS);
+    std::memcpy(b->pData, c.dark.data(), c.dark.size());
+    std::memcpy(b->pData + b->nBytesPerLine, c.bright.data(), c.bright.size());
+    DibTarget target(1, 2);
+    ASSERT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, nullptr, 0), QV_SUCCESS);
+    EXPECT_EQ(target.At(0, 0), 0x000000u);
+    EXPECT_EQ(target.At(0, 1), 0xFFFFFFu);
+  }
 }
 
 TEST(Paint, PaletteImageShowsItsColorsAndEnlarges) {
