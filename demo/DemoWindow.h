@@ -28,6 +28,7 @@ class DemoWindow {
   bool Create(const std::wstring& imagePath, int showCommand);
   HWND Handle() const { return m_window; }
   HACCEL Accelerators() const { return m_accelerators; }
+  const BITMAPHANDLE* Picture() const { return m_image.Get(); }
 
  private:
   static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
