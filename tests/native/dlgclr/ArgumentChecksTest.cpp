@@ -1,6 +1,7 @@
-// The argument checks of the seven single-value exports, run on real memory: unmapped and read-only pages,
-// structures that end where the mapping ends, and bitmaps with and without pixel memory or signed samples.
-// Every case runs for all seven exports, because the table row of each export is what is really tested.
+// The argument checks of the seven single-value exports: their order, the exact size, and bitmaps with and
+// without pixel memory or signed samples (an unreadable bitmap pointer included). Every case runs for all
+// seven exports, because the table row of each export is what is really tested. Read-only and truncated
+// structures are tested under Wine, where the probe is the product's VirtualQuery.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -62,28 +63,11 @@ TEST_P(EveryExport, ReadinessComesBeforeAnyLookAtTheStructure) {
   EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_SUCCESS);
 }
 
-TEST_P(EveryExport, NullUnmappedReadOnlyOrTruncatedStructuresAreInvalid) {
+TEST_P(EveryExport, NullAndUnmappedStructuresAreInvalid) {
   EXPECT_EQ(CheckExportArguments(Info(), 1, nullptr), QV_ERROR_INVALID_PARAMETER);
-
-  Pages pages(2);
-  const auto p = Params(0, nullptr);
-  const size_t page = pages.PageSize();
-  std::memcpy(pages.Base(), &p, sizeof p);
-  pages.Protect(0, PROT_READ);
-  EXPECT_EQ(CheckExportArguments(Info(), 1, pages.Base()), QV_ERROR_INVALID_PARAMETER) << "read-only";
-  pages.Protect(0, PROT_NONE);
-  EXPECT_EQ(CheckExportArguments(Info(), 1, pages.Base()), QV_ERROR_INVALID_PARAMETER) << "unmapped";
-  pages.Protect(0, PROT_READ | PROT_WRITE);
-
-  // A structure that ends exactly where the mapping ends is fine; one that runs 8 bytes beyond is not,
-  // although its size field reads correctly.
-  pages.Protect(1, PROT_NONE);
-  unsigned char* flush = pages.Base() + page - sizeof p;
-  std::memcpy(flush, &p, sizeof p);
-  EXPECT_EQ(CheckExportArguments(Info(), 1, flush), QV_SUCCESS);
-  unsigned char* straddling = flush + 8;
-  std::memcpy(straddling, &p, sizeof p - 8);
-  EXPECT_EQ(CheckExportArguments(Info(), 1, straddling), QV_ERROR_INVALID_PARAMETER) << "runs off the mapping";
+  Pages page(1);
+  page.Protect(0, PROT_NONE);
+  EXPECT_EQ(CheckExportArguments(Info(), 1, page.Base()), QV_ERROR_INVALID_PARAMETER);
 }
 
 TEST_P(EveryExport, SizeMustMatchExactlyAndIsCheckedBeforeTheBitmap) {
