@@ -121,7 +121,23 @@ typedef int (*pQVSTATUSCALLBACK)(int nPercentComplete, void* pUserData);
 
 QV_BEGIN_C
 
-/* Descriptor and memory */
+/*
+ * Descriptor and memory.
+ * Q_InitBitmap fills *p without pixel memory (rows of the smallest size, a multiple of 4; uOrder
+ * QV_ORDER_GRAY up to 16 bits per pixel, so 16 bits means gray, QV_ORDER_BGR above; a gray ramp palette for
+ * 1 to 8 bits; nLowBit 0 and nHighBit the top sample bit). uFlags may hold QV_BMF_SIGNED.
+ * Q_AllocateBitmap gives an initialised descriptor zeroed pixel memory; a descriptor that already owns live
+ * pixels is refused (QV_ERROR_INVALID_PARAMETER) rather than leaked. uMemFlags must be 0.
+ * Q_CreateBitmap is both in one call, with the order and the palette given (null pPalette: the gray ramp).
+ * Sizes whose bytes cannot be addressed give QV_ERROR_IMAGE_TOO_LARGE before anything is allocated.
+ * Q_FreeBitmap releases pixels, LUT and region mask; a second free, or a free through a copy of a
+ * descriptor whose pixels were already released, gives QV_ERROR_BITMAP_NOT_ALLOCATED.
+ * Q_CopyBitmap makes *pDst a deep copy (pixels, LUT, region). *pDst is overwritten, not freed first: free
+ * a bitmap held there before. pDst == pSrc is refused.
+ * Q_IsValidBitmap returns QV_SUCCESS or the code of the first fault found, checked in this order: pointer,
+ * uStructSize, allocation, dimensions, format, rows, palette, LUT, region.
+ * Q_IsGrayScaleBitmap returns one of QV_GRAY_* (not an error) or a negative code.
+ */
 int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight, int nBitsPerPixel,
                  unsigned int uFlags);
 int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags);
@@ -132,7 +148,13 @@ int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDL
 int Q_IsValidBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
 int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
 
-/* Regions */
+/*
+ * Regions. Q_SetBitmapRgnMask takes the mask's bounds, the mask (one byte per pixel of the bounds, nonzero
+ * inside) and its row stride as well: the region needs all three, and the kernel keeps its own copy. A
+ * rectangle outside the bitmap, an empty one or an all-zero mask gives QV_ERROR_BAD_REGION and keeps the
+ * previous region. Q_BitmapHasRgn returns 1 or 0. Q_GetBitmapRgnBounds gives the whole bitmap when no region
+ * is set.
+ */
 int Q_SetBitmapRgnRect(BITMAPHANDLE* p, const RECT* pRect, unsigned int uFlags);
 int Q_SetBitmapRgnMask(BITMAPHANDLE* p, const RECT* pBounds, const uint8_t* pMask, int nMaskStride,
                        unsigned int uFlags);
@@ -140,7 +162,13 @@ int Q_BitmapHasRgn(const BITMAPHANDLE* p, unsigned int uFlags);
 int Q_GetBitmapRgnBounds(const BITMAPHANDLE* p, RECT* pRect, unsigned int uFlags);
 int Q_FreeBitmapRgn(BITMAPHANDLE* p, unsigned int uFlags);
 
-/* Bitmap lists */
+/*
+ * Bitmap lists hold deep copies. Insert copies *p (uIndex up to the count); Remove hands the stored bitmap
+ * to *pOut, which then owns it, or frees it when pOut is null; GetItem writes a deep copy the caller frees
+ * (it takes uStructSize because it fills a caller's descriptor); Destroy frees every bitmap still held.
+ * Handles that are not live lists give QV_ERROR_INVALID_HANDLE. A handle must not be destroyed while another
+ * thread is still using it.
+ */
 int Q_CreateBitmapList(HBITMAPLIST* phList, unsigned int uFlags);
 int Q_InsertBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, const BITMAPHANDLE* p, unsigned int uFlags);
 int Q_RemoveBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, BITMAPHANDLE* pOut, unsigned int uFlags);
@@ -149,17 +177,30 @@ int Q_GetBitmapListItem(HBITMAPLIST hList, unsigned int uIndex, BITMAPHANDLE* pO
                         unsigned int uFlags);
 int Q_DestroyBitmapList(HBITMAPLIST hList, unsigned int uFlags);
 
-/* Status callbacks */
+/* Status callbacks: one per thread; a null callback removes it. */
 int Q_SetStatusCallBack(pQVSTATUSCALLBACK pfnCallback, void* pUserData, unsigned int uFlags);
 int Q_GetStatusCallBack(pQVSTATUSCALLBACK* ppfnCallback, void** ppUserData, unsigned int uFlags);
 
-/* Files. nBitsPerPixel 0 and uOrder 0xFFFFFFFF keep what the file holds. */
+/*
+ * Files. nBitsPerPixel QV_LOAD_KEEP_BITS and uOrder QV_LOAD_KEEP_ORDER keep what the file holds (16-bit gray
+ * and 48/64-bit color included); other values convert. On Windows any container the Imaging Component
+ * decodes is read; natively PNG, BMP, PNM and JPEG. Q_SaveBitmap writes QV_FILE_BMP, QV_FILE_PNG (16-bit
+ * samples kept), QV_FILE_JPEG and QV_FILE_TIFF (16-bit kept) everywhere, and QV_FILE_PNM natively only.
+ * A missing file gives QV_ERROR_FILE_NOT_FOUND, a file that is no image QV_ERROR_FILE_FORMAT, a damaged or
+ * cut-short image QV_ERROR_FILE_CORRUPT; the caller's descriptor is then unchanged.
+ */
 int Q_LoadBitmap(const wchar_t* pszPath, BITMAPHANDLE* p, unsigned int uStructSize, int nBitsPerPixel,
                  unsigned int uOrder, unsigned int uFlags);
 int Q_SaveBitmap(const wchar_t* pszPath, const BITMAPHANDLE* p, unsigned int uFormat, unsigned int uFlags);
 
 #ifdef _WIN32
-/* Palettes and painting (Windows only) */
+/*
+ * Palettes and painting (Windows only). The palette functions hand the new HPALETTE back through an output
+ * pointer (the result is the status code); the caller deletes it with DeleteObject. Q_GetBitmapPalette
+ * gives the bitmap's own entries when indexed, 256 grays when gray, the halftone palette otherwise.
+ * Q_PaintBitmap draws pSrc of the bitmap (null: all of it) into pDst of the device context (null: the same
+ * size at the origin), computing only what the DC's clip box shows.
+ */
 int Q_GetBitmapPalette(const BITMAPHANDLE* p, HPALETTE* phPalette, unsigned int uFlags);
 int Q_DupPalette(HPALETTE hSrc, HPALETTE* phDst, unsigned int uFlags);
 int Q_PaintBitmap(HDC hDC, const BITMAPHANDLE* p, const RECT* pSrc, const RECT* pDst, unsigned int uFlags);
