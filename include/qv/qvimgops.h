@@ -12,8 +12,10 @@
  * QV_ERROR_INVALID_STRUCT_SIZE, no pixel memory -> QV_ERROR_BITMAP_NOT_ALLOCATED),
  * then its values (out of range -> QV_ERROR_INVALID_PARAMETER; a null,
  * unreadable or wrongly sized table -> QV_ERROR_INVALID_TABLE), and leaves the
- * bitmap unchanged when it fails. A format an operation does not handle gives
- * QV_ERROR_UNSUPPORTED_FORMAT.
+ * bitmap unchanged when a check fails. A format an operation does not handle
+ * gives QV_ERROR_UNSUPPORTED_FORMAT. When the status callback stops an
+ * in-place operation (QV_ERROR_USER_ABORT), rows already processed keep their
+ * new values; Q_WindowLevelBitmap is all or nothing.
  *
  * Formats: indexed images (1 to 8 bits per pixel) change their palette, not
  * their indices; because a palette entry is shared by pixels inside and outside
