@@ -179,7 +179,10 @@ BOOL CWnd::CreateEx(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD 
     m_hook = Hook::kNone;
     return FALSE;
   }
-  if (!ours && !HookSubclass(window)) {
+  // Either the class procedure mapped the window at WM_NCCREATE or it is a
+  // system class to subclass now; a window left without its object is of no
+  // use to anyone.
+  if (ours ? m_hWnd != window : !HookSubclass(window)) {
     ::DestroyWindow(window);
     return FALSE;
   }
