@@ -93,6 +93,9 @@ LRESULT DemoWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT:
       OnPaint();
       return 0;
+    case WM_PRINTCLIENT:
+      Paint(reinterpret_cast<HDC>(wParam));
+      return 0;
     case WM_ERASEBKGND:
       return 1;  // OnPaint covers every pixel; erasing first would flicker
     case WM_SIZE:
@@ -235,7 +238,8 @@ void DemoWindow::LoadStartImage(const std::wstring& path) {
   MakeColorChart(chart);
   ReplaceImage(std::move(chart), QV_SUCCESS, L"test chart");
   m_lastResult = result;
-  m_lastAction = L"could not load " + source + L"; showing the test chart";
+  m_lastAction = source.empty() ? L"no picture given; showing the test chart"
+                                : L"could not load " + source + L"; showing the test chart";
   UpdateStatus();
 }
 
@@ -297,6 +301,11 @@ RECT DemoWindow::ImageArea() const {
 void DemoWindow::OnPaint() {
   PAINTSTRUCT ps;
   HDC dc = BeginPaint(m_window, &ps);
+  Paint(dc);
+  EndPaint(m_window, &ps);
+}
+
+void DemoWindow::Paint(HDC dc) {
   const RECT area = ImageArea();
   FillRect(dc, &area, GetSysColorBrush(COLOR_APPWORKSPACE));
   const BITMAPHANDLE* p = m_image.Get();
@@ -311,7 +320,6 @@ void DemoWindow::OnPaint() {
     const RECT destination{left, top, left + width, top + height};
     Q_PaintBitmap(dc, p, nullptr, &destination, 0);
   }
-  EndPaint(m_window, &ps);
 }
 
 void DemoWindow::OnSize() {

@@ -37,6 +37,8 @@ class DemoWindow {
   void OnCreate();
   void OnCommand(int id);
   void OnPaint();
+  // Draws the picture; shared by WM_PAINT and WM_PRINTCLIENT, so captures see what the screen shows.
+  void Paint(HDC dc);
   void OnSize();
   void OnDpiChanged(const RECT* suggested);
 

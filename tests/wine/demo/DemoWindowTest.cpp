@@ -19,7 +19,9 @@
 #include "OwnedBitmap.h"
 #include "TestChart.h"
 #include "Tour.h"
+#include "qvdriver/Capture.h"
 #include "qvdriver/DialogDriver.h"
+#include "qvdriver/TestOutput.h"
 #include "resource.h"
 
 namespace qvdemo {
@@ -106,6 +108,12 @@ TEST_F(DemoWindowTest, MenuAndStatusBarDescribeWhatIsThere) {
   EXPECT_EQ(StatusPart(1), L"24 bits per pixel");
   // The photograph was not given, so the window says why it shows the chart.
   EXPECT_EQ(StatusPart(2).rfind(std::to_wstring(QV_ERROR_FILE_NOT_FOUND) + L" QV_ERROR_FILE_NOT_FOUND", 0), 0u);
+
+  ShowWindow(m_window.Handle(), SW_SHOWNOACTIVATE);  // the capture reads the window's surface
+  UpdateWindow(m_window.Handle());
+  const qv::test::Image shown = qv::test::CaptureWindow(m_window.Handle(), qv::test::CaptureArea::Client);
+  EXPECT_GT(shown.CountColors(), 500u) << "the chart is not painted";
+  qv::test::SaveTestScreenshot(m_window.Handle(), "DemoWindow", L"main-window.png");
 
   Command(IDM_GRAY16);
   EXPECT_EQ(StatusPart(1), L"16 bits per pixel");
