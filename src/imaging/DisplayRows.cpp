@@ -19,17 +19,21 @@ DisplayRows::DisplayRows(const BITMAPHANDLE& b) : m_b(b) {
   if (m_format.IsIndexed()) {
     for (int i = 0; i < 256; ++i) m_palette[i] = PackColor(b.Palette[i]);
   }
-  if (m_format.kind == PixelKind::Gray12 || m_format.kind == PixelKind::Gray16) BuildGrayTable();
+  const bool lut = (b.uFlags & QV_BMF_USELUT) && b.pLUT && b.uLUTLength > 0;
+  if (m_format.kind == PixelKind::Gray12 || m_format.kind == PixelKind::Gray16 ||
+      (m_format.kind == PixelKind::Gray8 && lut))
+    BuildGrayTable();
 }
 
 void DisplayRows::BuildGrayTable() {
-  const int storedBits = m_format.kind == PixelKind::Gray12 ? 12 : 16;
+  const int storedBits = m_format.kind == PixelKind::Gray12 ? 12 : m_format.kind == PixelKind::Gray8 ? 8 : 16;
   const bool validBits = m_b.nLowBit >= 0 && m_b.nLowBit <= m_b.nHighBit && m_b.nHighBit < storedBits;
   m_lowBit = validBits ? m_b.nLowBit : 0;
   m_highBit = validBits ? m_b.nHighBit : storedBits - 1;
   const bool useLut = (m_b.uFlags & QV_BMF_USELUT) && m_b.pLUT && m_b.uLUTLength > 0;
-  m_grayTable.resize(65536);
-  for (uint32_t word = 0; word < 65536; ++word) {
+  const uint32_t words = storedBits == 8 ? 256 : 65536;
+  m_grayTable.resize(words);
+  for (uint32_t word = 0; word < words; ++word) {
     int32_t sample;
     if (m_format.isSigned) {
       sample = static_cast<int16_t>(word);
@@ -78,7 +82,11 @@ void DisplayRows::Convert(int y, int x0, int x1, uint32_t* out) const {
       for (int x = x0; x < x1; ++x) *out++ = m_palette[row[x]];
       return;
     case PixelKind::Gray8:
-      for (int x = x0; x < x1; ++x) *out++ = Gray(row[x]);
+      if (!m_grayTable.empty()) {
+        for (int x = x0; x < x1; ++x) *out++ = m_grayTable[row[x]];
+      } else {
+        for (int x = x0; x < x1; ++x) *out++ = Gray(row[x]);
+      }
       return;
     case PixelKind::Gray12: case PixelKind::Gray16:
       for (int x = x0; x < x1; ++x) *out++ = m_grayTable[row[2 * x] | (row[2 * x + 1] << 8)];

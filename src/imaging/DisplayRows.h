@@ -1,7 +1,7 @@
 // Converts bitmap rows of any format into 32-bit B,G,R,X display pixels, the way the viewers show them:
-// indexed pixels through the palette, 12/16-bit gray through the window-level LUT when QV_BMF_USELUT is set
-// and otherwise reduced to 8 bits from the significant bits nLowBit..nHighBit, color narrowed to 8 bits.
-// The per-sample table for 12/16-bit gray is built once per converter, so the row loop is a table look-up.
+// indexed pixels through the palette, gray through the window-level LUT when QV_BMF_USELUT is set, 12/16-bit
+// gray without one reduced to 8 bits from the significant bits nLowBit..nHighBit, color narrowed to 8 bits.
+// The per-sample gray table is built once per converter, so the row loop is a table look-up.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ class DisplayRows {
   const BITMAPHANDLE& m_b;
   PixelFormat m_format{};
   uint32_t m_palette[256] = {};
-  std::vector<uint32_t> m_grayTable;  // by raw 16-bit word for 12/16-bit gray
+  std::vector<uint32_t> m_grayTable;  // by raw sample word for gray through a LUT or 12/16-bit gray
   int m_lowBit = 0;
   int m_highBit = 7;
 };

@@ -26,7 +26,7 @@ int DecodeImageBytes(const std::vector<uint8_t>& bytes, BITMAPHANDLE* out);
 int WriteImageFile(const wchar_t* path, const BITMAPHANDLE& b, unsigned int format);
 
 // Largest image a file may declare (pixels); anything bigger is treated as damaged.
-constexpr uint64_t kMaxFilePixels = uint64_t{1} << 30;
+constexpr uint64_t kMaxFilePixels = uint64_t{1} << 28;
 
 // A 16-bit PNG (gray, RGB or RGBA: channels 1, 3 or 4) from samples in native order, row after row.
 std::vector<uint8_t> EncodePng16(int width, int height, int channels, const uint16_t* samples);

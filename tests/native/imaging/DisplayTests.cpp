@@ -109,6 +109,7 @@ TEST(Display, GrayGoesThroughTheLutOrItsSignificantBits) {
       {"16-bit reduced from bits 0..9", 16, false, 0, 0, 9, 0x03FF, 0xFFFFFF},
       {"16-bit signed reduced, lowest", 16, true, 0, 0, 15, 0x8000, 0x000000},
       {"16-bit signed reduced, zero", 16, true, 0, 0, 15, 0x0000, 0x808080},
+      {"8-bit gray through a LUT", 8, false, 256, 0, 7, 0x00C8, 0x4000C8},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
