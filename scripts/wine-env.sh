@@ -8,15 +8,23 @@ export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-"mscoree=;mshtml="}
 export WINEARCH=win64
 QV_BIN=$QV_ROOT/build/win/bin
 
-# Creates the prefix on first use (about 20 seconds), then waits for the
-# wineserver so that the first test does not race the prefix set-up.
+# Creates the prefix on first use (about 20 seconds) and applies our settings
+# once (a marker file records it), then waits for the wineserver so that the
+# first test does not race the prefix set-up.
+#  - no crash dialog: a crashing test must fail, not wait for someone to close it;
+#  - unmanaged windows: under xvfb there is no window manager, and a managed
+#    Wine window waits for one on every close (about 2 s) and gets no frame in
+#    screenshots.
 qv_wine_prefix() {
+  local marker=$WINEPREFIX/.qv-settings-1
+  [ -f "$marker" ] && return 0
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     echo "creating Wine prefix in $WINEPREFIX"
     mkdir -p "$WINEPREFIX"
     wine64 wineboot -i >/dev/null 2>&1 || true
-    # A crashing test must fail, not wait for someone to close a crash dialog.
-    wine64 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 || true
-    wineserver -w
   fi
+  wine64 reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 || true
+  wine64 reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 || true
+  wineserver -w
+  touch "$marker"
 }
