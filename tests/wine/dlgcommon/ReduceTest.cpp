@@ -69,7 +69,9 @@ TEST(PreviewReduction, EveryFormatAveragesTheCoveredAreaExactly) {
     EXPECT_EQ(out.nWidth, width);
     EXPECT_EQ(out.nHeight, height);
     EXPECT_EQ((out.uFlags & QV_BMF_SIGNED) != 0, (f.flags & QV_BMF_SIGNED) != 0);
-    if (f.outBits == f.bits) EXPECT_EQ(out.uOrder, f.order);
+    if (f.outBits == f.bits) {
+      EXPECT_EQ(out.uOrder, f.order);
+    }
     for (int y = 0; y < height; ++y) {
       for (int x = 0; x < width; ++x) {
         const std::vector<double> expected = ExpectedMean(source.Ref(), region, width, height, x, y);
