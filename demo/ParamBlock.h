@@ -4,7 +4,8 @@
  * functions read and write their own type through Load and Store (copies,
  * because the structures are packed and may not be aliased in place). A
  * window-level call also needs a lookup table the caller owns; it lives here
- * for as long as the structure that points at it.
+ * for as long as the structure that points at it; a copy of the block keeps
+ * the bytes, so a copied structure still points at the original's table.
  */
 #ifndef QVDEMO_PARAMBLOCK_H
 #define QVDEMO_PARAMBLOCK_H
