@@ -89,14 +89,13 @@ void CQVBeforeAfterDlg::UseApplyButton(int use) {
 
 int CQVBeforeAfterDlg::PreEndDialog(int ok) {
   if (!ok) return 1;
-  // A render still waiting is made now, so its result is known.
+  // A render still waiting is made now, so the preview's last result is
+  // the newest value's. A failed preview does not keep the dialog open: OK
+  // runs the effect on the caller's bitmap itself and reports that result,
+  // and a dialog that could only be cancelled would trap the user.
   if (m_renderPosted && m_processing && !m_useApply) {
     m_renderPosted = false;
     RenderNow();
-  }
-  if (m_processing && m_lastPreviewResult == 0) {
-    MessageBeep(MB_ICONWARNING);
-    return 0;
   }
   return 1;
 }

@@ -58,8 +58,9 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   void UseApplyButton(int use);
   int GetUseApplyButton() const { return m_useApply ? 1 : 0; }
 
-  // Called with 1 at the start of OK; 0 means the dialog must not close
-  // (the dialog's effect fails on the preview copy).
+  // Called with 1 at the start of OK: makes a render still waiting, so
+  // GetLastPreviewResult() is the newest value's. Returns 1 (0 would keep
+  // the dialog open; a failing preview alone does not).
   int PreEndDialog(int ok);
   // The value changed: re-render the after pane (coalesced, asynchronous).
   void DoUpdateValues();

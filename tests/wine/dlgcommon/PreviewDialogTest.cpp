@@ -292,7 +292,7 @@ TEST(BeforeAfterPreview, WithApplyChangesWaitForTheButtonAndThePaneSaysSo) {
   EXPECT_TRUE(result.Ok()) << result.Report();
 }
 
-TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndAFailingPreviewKeepsTheDialogOpen) {
+TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndEndingMakesTheWaitingRender) {
   auto photo = Photo(300, 200);
   {
     CPreviewTestDialog dialog(photo->Get());
@@ -309,15 +309,25 @@ TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndAFailingPreviewKeepsTheDi
   }
   {
     CPreviewTestDialog dialog(photo->Get());
-    dialog.failEffect = true;
     Script script;
-    script.WaitUntil("a preview was tried", [&](const DialogView&) { return dialog.EffectRuns() >= 1; })
-        .Expect("the failure is kept", [&](const DialogView&) { return dialog.GetLastPreviewResult() == 0; })
-        .Expect("PreEndDialog refuses", [&](const DialogView&) { return dialog.PreEndDialog(1) == 0; })
-        .ClickCancel();
+    script.WaitUntil("the first preview is rendered", [&](const DialogView&) { return dialog.GetRenderCount() >= 1; })
+        .Do("change the level and end at once", [&](StepContext& c) {
+          dialog.SetLevel(-300);
+          if (dialog.PreEndDialog(1) != 1) c.Fail("PreEndDialog kept the dialog open");
+          if (dialog.LastEffectLevel() != -300) c.Fail("the waiting render was not made before ending");
+        })
+        .Do("a failing preview", [&](StepContext&) {
+          dialog.failEffect = true;
+          dialog.SetLevel(200);
+        })
+        .WaitUntil("the failure is kept", [&](const DialogView&) { return dialog.GetLastPreviewResult() == 0; })
+        .Expect("the last good render is still shown", [&](const DialogView&) {
+          return dialog.GetAfterBitmap() != nullptr && dialog.LastEffectLevel() == -300;
+        })
+        .ClickOk();
     const auto result = Drive(dialog, script);
     EXPECT_TRUE(result.Ok()) << result.Report();
-    EXPECT_EQ(result.returnValue, IDCANCEL);
+    EXPECT_EQ(result.returnValue, IDOK) << "a failing preview does not keep the dialog open";
   }
 }
 
