@@ -63,7 +63,8 @@ class IntensityReader {
   int m_bi = 2;
 };
 
-// The lower median intensity, or -1 when the user aborted (through *rc).
+// The lower median intensity of the pixels inside the region; *rc is QV_ERROR_USER_ABORT when the status
+// callback stopped the count.
 int64_t MedianIntensity(const BITMAPHANDLE& b, const PixelFormat& f, int* rc) {
   const uint32_t max = ChannelMax(f);
   const IntensityReader reader(b, f);
