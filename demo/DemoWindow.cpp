@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstring>
 #include <cwctype>
+#include <new>
 #include <utility>
 
 #include "DialogCatalog.h"
@@ -79,7 +80,15 @@ LRESULT CALLBACK DemoWindow::WindowProc(HWND window, UINT message, WPARAM wParam
   auto* self = reinterpret_cast<DemoWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (message == WM_NCDESTROY) SetWindowLongPtrW(window, GWLP_USERDATA, 0);
   if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-  return self->HandleMessage(message, wParam, lParam);
+  // No exception may unwind through the system's code that called us; the only one our handlers can
+  // raise is running out of memory for a copy or a text, which the status bar then reports.
+  try {
+    return self->HandleMessage(message, wParam, lParam);
+  } catch (const std::bad_alloc&) {
+    self->m_lastResult = QV_ERROR_NO_MEMORY;
+    self->m_lastAction.clear();  // assigning a new text could need memory too
+    return 0;
+  }
 }
 
 LRESULT DemoWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
