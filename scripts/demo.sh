@@ -21,8 +21,18 @@ mkdir -p "$out"
 # Wine maps / to drive Z:. No Wine program may run before xvfb-run here: the
 # first one starts the session's desktop on whatever display it has.
 winout="Z:${out//\//\\}"
+# The virtual X server runs no window manager, so the tour's windows are made
+# unmanaged: Wine then draws their frames itself (the screenshots show them)
+# and does not wait for a manager that never answers. The setting applies to
+# qvdemo.exe only and is removed again, so a later run on a real display is
+# managed as usual.
+key='HKCU\Software\Wine\AppDefaults\qvdemo.exe\X11 Driver'
 rc=0
-( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" wine64 qvdemo.exe --tour "$winout" ) || rc=$?
+( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" bash -c '
+    wine64 reg add "$1" /v Managed /d N /f >/dev/null 2>&1
+    wine64 qvdemo.exe --tour "$2"; status=$?
+    wine64 reg delete "$1" /v Managed /f >/dev/null 2>&1
+    exit $status' _ "$key" "$winout" ) || rc=$?
 if [ -f "$out/index.html" ]; then
   echo "tour: $out/index.html"
 else
