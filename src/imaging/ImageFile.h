@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <vector>
 
 #include "qv/qvkrn.h"
@@ -48,6 +49,9 @@ int EncodeOwnTiff(const BITMAPHANDLE& b, std::vector<uint8_t>* out);
 // True when the bytes start like an image container we know (PNG, TIFF, GIF, BMP, PNM, JPEG), so that a
 // failure to decode means damage rather than a file of another kind.
 bool HasImageSignature(const uint8_t* bytes, size_t n);
+
+// Opens a file by its wide path (UTF-8 on the native file system) for reading or writing in binary mode.
+FILE* OpenFile(const wchar_t* path, bool write);
 
 // Writes bytes to a file: QV_SUCCESS or QV_ERROR_FILE_WRITE.
 int WriteBytes(const wchar_t* path, const std::vector<uint8_t>& bytes);

@@ -102,12 +102,16 @@ bool HasImageSignature(const uint8_t* d, size_t n) {
   return d[0] == 0xFF && d[1] == 0xD8;
 }
 
-int WriteBytes(const wchar_t* path, const std::vector<uint8_t>& bytes) {
+FILE* OpenFile(const wchar_t* path, bool write) {
 #ifdef _WIN32
-  FILE* f = _wfopen(path, L"wb");
+  return _wfopen(path, write ? L"wb" : L"rb");
 #else
-  FILE* f = std::fopen(ToUtf8(path).c_str(), "wb");
+  return std::fopen(ToUtf8(path).c_str(), write ? "wb" : "rb");
 #endif
+}
+
+int WriteBytes(const wchar_t* path, const std::vector<uint8_t>& bytes) {
+  FILE* f = OpenFile(path, true);
   if (!f) return QV_ERROR_FILE_WRITE;
   const bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
   const bool closed = std::fclose(f) == 0;

@@ -25,29 +25,6 @@
 namespace qv {
 namespace {
 
-std::string ToUtf8(const wchar_t* w) {
-  std::string out;
-  for (; *w; ++w) {
-    const uint32_t c = static_cast<uint32_t>(*w);
-    if (c < 0x80) {
-      out += static_cast<char>(c);
-    } else if (c < 0x800) {
-      out += static_cast<char>(0xC0 | (c >> 6));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      out += static_cast<char>(0xE0 | (c >> 12));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      out += static_cast<char>(0xF0 | (c >> 18));
-      out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
-  return out;
-}
-
 struct FileCloser {
   void operator()(FILE* f) const { std::fclose(f); }
 };
@@ -58,7 +35,7 @@ struct StbFree {
 };
 
 int ReadWholeFile(const wchar_t* path, std::vector<uint8_t>* bytes) {
-  File f(std::fopen(ToUtf8(path).c_str(), "rb"));
+  File f(OpenFile(path, false));
   if (!f) return QV_ERROR_FILE_NOT_FOUND;
   if (std::fseek(f.get(), 0, SEEK_END) != 0) return QV_ERROR_FILE_NOT_FOUND;
   const long size = std::ftell(f.get());
