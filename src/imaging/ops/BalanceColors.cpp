@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "../AddressCheck.h"
-#include "../ExportGuard.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
 
@@ -87,14 +86,11 @@ extern "C" int Q_BalanceColors(BITMAPHANDLE* pBitmap, const QVBALANCINGRECORD* p
                                unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kColorOnly;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     double w[3][3];
     const QVBALANCINGRECORD* recs[3] = {pRed, pGreen, pBlue};
     for (int o = 0; o < 3; ++o) {
-      rc = ReadRecord(recs[o], w[o]);
+      const int rc = ReadRecord(recs[o], w[o]);
       if (rc != QV_SUCCESS) return rc;
     }
     const auto mix = std::make_unique<ChannelMix>(w);

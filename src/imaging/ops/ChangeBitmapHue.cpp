@@ -5,7 +5,6 @@
 // are left unchanged.
 #include <algorithm>
 
-#include "../ExportGuard.h"
 #include "Hsv.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
@@ -101,10 +100,7 @@ class HueRotation {
 extern "C" int Q_ChangeBitmapHue(BITMAPHANDLE* pBitmap, int nAngle, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (nAngle < -360 || nAngle > 360) return QV_ERROR_INVALID_PARAMETER;
     if (f.IsGray()) return QV_SUCCESS;
     return ApplyRgbOp<true>(*pBitmap, f, HueRotation(nAngle));

@@ -1,6 +1,5 @@
 // Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
 // one lookup table per call.
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 
@@ -28,10 +27,7 @@ class IntensityCurve : public ChannelMap {
 
 extern "C" int Q_ChangeBitmapIntensity(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, IntensityCurve(nChange));
   });

@@ -4,7 +4,6 @@
 // past 1 (d * s > V) is the factor V / d instead, which takes a reciprocal.
 #include <algorithm>
 
-#include "../ExportGuard.h"
 #include "Hsv.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
@@ -80,10 +79,7 @@ class SaturationScale {
 extern "C" int Q_ChangeBitmapSaturation(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;
     if (f.IsGray() || nChange == 0) return QV_SUCCESS;
     return ApplyRgbOp<true>(*pBitmap, f, SaturationScale(nChange));

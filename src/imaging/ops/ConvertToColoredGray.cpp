@@ -1,6 +1,5 @@
 // Colored gray: a weighted gray level G, then each channel G + G * fact / 1000 (fact -1000..1000), clamped,
 // which tints the gray towards or away from each channel.
-#include "../ExportGuard.h"
 #include "GrayWeights.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
@@ -40,10 +39,7 @@ extern "C" int Q_ConvertToColoredGray(BITMAPHANDLE* pBitmap, int nRed, int nGree
                                       int nGreenGray, int nBlueGray, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kColorOnly;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     const GrayWeights w{nRed, nGreen, nBlue};
     if (!w.IsValid() || !IsGrayFactor(nRedGray) || !IsGrayFactor(nGreenGray) || !IsGrayFactor(nBlueGray))
       return QV_ERROR_INVALID_PARAMETER;

@@ -1,5 +1,4 @@
 // Gamma per channel through lookup tables built once per call.
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "GammaCurve.h"
 #include "OpsCommon.h"
@@ -8,10 +7,7 @@ extern "C" int Q_GammaCorrectBitmapExt(BITMAPHANDLE* pBitmap, unsigned int uRed,
                                        unsigned int uBlue, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (!IsGammaInRange(uRed) || !IsGammaInRange(uGreen) || !IsGammaInRange(uBlue))
       return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, GammaCurve(uRed, uGreen, uBlue));

@@ -4,7 +4,6 @@
 // Unsigned formats take the ordinary gamma with the one value for all channels.
 #include <vector>
 
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "GammaCurve.h"
 #include "OpsCommon.h"
@@ -51,10 +50,7 @@ int ApplySignedGamma(BITMAPHANDLE& b, const PixelFormat& f, unsigned int gamma) 
 extern "C" int Q_GammaCorrectBitmapSigned(BITMAPHANDLE* pBitmap, unsigned int uGamma, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats{true, true, true, true, true, true};
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (!IsGammaInRange(uGamma)) return QV_ERROR_INVALID_PARAMETER;
     if (f.isSigned) return ApplySignedGamma(*pBitmap, f, uGamma);
     return ApplyChannelMap(*pBitmap, f, GammaCurve(uGamma, uGamma, uGamma));

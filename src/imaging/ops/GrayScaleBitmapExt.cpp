@@ -1,6 +1,5 @@
 // Gray scale with chosen weights: every channel of a pixel becomes the weighted gray level; the bitmap keeps
 // its bits per pixel. Gray images are gray already and stay as they are.
-#include "../ExportGuard.h"
 #include "GrayWeights.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
@@ -29,10 +28,7 @@ class GrayScale {
 extern "C" int Q_GrayScaleBitmapExt(BITMAPHANDLE* pBitmap, int nRed, int nGreen, int nBlue, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     const GrayWeights w{nRed, nGreen, nBlue};
     if (!w.IsValid()) return QV_ERROR_INVALID_PARAMETER;
     if (f.IsGray()) return QV_SUCCESS;

@@ -4,7 +4,6 @@
 #include <mutex>
 #include <vector>
 
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "ContrastCurve.h"
 #include "OpsCommon.h"
@@ -101,10 +100,8 @@ int64_t MedianIntensity(const BITMAPHANDLE& b, const PixelFormat& f, int* rc) {
 extern "C" int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
+    int rc = QV_SUCCESS;
     if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;
     const int64_t median = MedianIntensity(*pBitmap, f, &rc);
     if (rc != QV_SUCCESS) return rc;

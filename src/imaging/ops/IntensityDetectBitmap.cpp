@@ -2,7 +2,6 @@
 // luminance) lies in [low, high] and black otherwise; with channel bits each selected channel takes the
 // matching channel of the "in" or "out" color by its own value, which is a per-channel table. Low above
 // high leaves nothing inside.
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
@@ -73,10 +72,7 @@ extern "C" int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow,
                                        unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     const uint32_t max = ChannelMax(f);
     if (uLow > max || uHigh > max || (uChannel & ~kChannelBits)) return QV_ERROR_INVALID_PARAMETER;
     if (uChannel != 0) return ApplyChannelMap(*pBitmap, f, ChannelDetect(uLow, uHigh, crIn, crOut, uChannel));

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "../BitmapCheck.h"
+#include "../ExportGuard.h"
 #include "../Parallel.h"
 #include "../PixelFormat.h"
 #include "../Region.h"
@@ -75,6 +76,18 @@ inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allo
   if (fmt->IsIndexed() && RegionSpans(*p).HasRegion())
     return QV_ERROR_UNSUPPORTED_FORMAT;
   return QV_SUCCESS;
+}
+
+// The frame of every operation's export: the checks of BeginOperation, then body(format) returning the
+// operation's code, with no exception leaving the export.
+template <class Body>
+int RunOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags, const FormatSet& accepted,
+                 Body&& body) {
+  return Guarded([&] {
+    PixelFormat fmt;
+    const int rc = BeginOperation(p, flags, allowedFlags, accepted, &fmt);
+    return rc != QV_SUCCESS ? rc : body(static_cast<const PixelFormat&>(fmt));
+  });
 }
 
 // Largest value of one channel as the operations see it: palette entries and 5-6-5 channels are handled

@@ -1,5 +1,4 @@
 // Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table.
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 
@@ -26,10 +25,7 @@ class PosterizeCurve : public ChannelMap {
 extern "C" int Q_PosterizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uLevels, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (uLevels < 2 || uLevels > 64) return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, PosterizeCurve(uLevels));
   });

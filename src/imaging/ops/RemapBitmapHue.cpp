@@ -2,7 +2,6 @@
 // the caller's tables where the mask selects the pixel's hue. Integer HSV throughout; a pixel whose three
 // indices come back unchanged is not rewritten, so identity tables leave the image byte for byte as it was.
 #include "../AddressCheck.h"
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "Hsv.h"
 #include "OpsCommon.h"
@@ -79,10 +78,7 @@ extern "C" int Q_RemapBitmapHue(BITMAPHANDLE* pBitmap, const unsigned int* pMask
                                 unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (uLength != SampleTableLength(f)) return QV_ERROR_INVALID_TABLE;
     for (const unsigned int* t : {pMask, pHue, pSat, pVal})
       if (!IsReadableTable(t, uLength)) return QV_ERROR_INVALID_TABLE;

@@ -1,7 +1,6 @@
 // Remap intensity: a caller's table replaces the values of the chosen channels. The table must have one
 // entry per sample value of the format; entries past max give max.
 #include "../AddressCheck.h"
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 #include "TableLength.h"
@@ -34,12 +33,9 @@ extern "C" int Q_RemapBitmapIntensity(BITMAPHANDLE* pBitmap, const unsigned int*
                                       unsigned int uChannel, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (uChannel > QV_REMAP_BLUE) return QV_ERROR_INVALID_PARAMETER;
-    rc = CheckSampleTable(f, pTable, uLength);
+    const int rc = CheckSampleTable(f, pTable, uLength);
     if (rc != QV_SUCCESS) return rc;
     return ApplyChannelMap(*pBitmap, f, TableCurve(pTable, uChannel));
   });

@@ -1,6 +1,5 @@
 // Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
 // is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples).
-#include "../ExportGuard.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 
@@ -24,10 +23,7 @@ class SolarizeCurve : public ChannelMap {
 extern "C" int Q_SolarizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uThreshold, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
-  return qv::Guarded([&] {
-    qv::PixelFormat f;
-    int rc = BeginOperation(pBitmap, uFlags, 0, kFormats, &f);
-    if (rc != QV_SUCCESS) return rc;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (uThreshold > ChannelMax(f)) return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, SolarizeCurve(uThreshold));
   });
