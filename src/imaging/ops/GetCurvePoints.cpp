@@ -83,9 +83,8 @@ extern "C" int Q_GetCurvePoints(unsigned int* pTable, unsigned int uLength, cons
   return qv::Guarded([&] {
     int rc = qv::CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
-    if (uLength < 2 || uLength > QV_MAX_TABLE_LENGTH ||
-        !qv::IsValidAddress(pTable, static_cast<size_t>(uLength) * sizeof(unsigned int), true))
-      return QV_ERROR_INVALID_TABLE;
+    rc = CheckCurveTable(pTable, uLength);
+    if (rc != QV_SUCCESS) return rc;
     rc = CheckPoints(pPoints, nCount, uLength);
     if (rc != QV_SUCCESS) return rc;
     if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), true)) return QV_ERROR_INVALID_PARAMETER;

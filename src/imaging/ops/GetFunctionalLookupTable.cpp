@@ -28,9 +28,8 @@ extern "C" int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLe
   return qv::Guarded([&] {
     int rc = qv::CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
-    if (uLength < 2 || uLength > QV_MAX_TABLE_LENGTH ||
-        !qv::IsValidAddress(pTable, static_cast<size_t>(uLength) * sizeof(unsigned int), true))
-      return QV_ERROR_INVALID_TABLE;
+    rc = CheckCurveTable(pTable, uLength);
+    if (rc != QV_SUCCESS) return rc;
     const int64_t last = uLength - 1;
     if (nStart < 0 || nStart > last || nEnd < 0 || nEnd > last || uKind > QV_FUNCTIONAL_LINEAR ||
         nFactor < -1000 || nFactor > 1000 || (uKind == QV_FUNCTIONAL_LOGARITHM && nFactor < 0))

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "../AddressCheck.h"
 #include "../BitmapCheck.h"
 #include "../ExportGuard.h"
 #include "../Parallel.h"
@@ -75,6 +76,14 @@ inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allo
   if (!accepted.Accepts(*fmt)) return QV_ERROR_UNSUPPORTED_FORMAT;
   if (fmt->IsIndexed() && RegionSpans(*p).HasRegion())
     return QV_ERROR_UNSUPPORTED_FORMAT;
+  return QV_SUCCESS;
+}
+
+// A curve table the caller hands in to be filled: 2 to QV_MAX_TABLE_LENGTH writable entries.
+inline int CheckCurveTable(const unsigned int* table, unsigned int length) {
+  if (length < 2 || length > QV_MAX_TABLE_LENGTH ||
+      !IsValidAddress(table, static_cast<size_t>(length) * sizeof(unsigned int), true))
+    return QV_ERROR_INVALID_TABLE;
   return QV_SUCCESS;
 }
 
