@@ -8,6 +8,7 @@
 
 #include <vector>
 
+#include "Clipboard.h"
 #include "NumericText.h"
 
 void CQVEditCtrl::SetValue(double value) {
@@ -70,16 +71,7 @@ void CQVEditCtrl::OnPaste() {
     Default();
     return;
   }
-  std::wstring pasted;
-  if (::OpenClipboard(m_hWnd)) {
-    if (HANDLE data = ::GetClipboardData(CF_UNICODETEXT)) {
-      if (const auto* text = static_cast<const wchar_t*>(::GlobalLock(data))) {
-        pasted = text;
-        ::GlobalUnlock(data);
-      }
-    }
-    ::CloseClipboard();
-  }
+  const std::wstring pasted = qvfw::ReadClipboardText(m_hWnd);
   if (pasted.empty()) return;
   if (!AcceptsInsert(pasted)) {
     ::MessageBeep(MB_OK);

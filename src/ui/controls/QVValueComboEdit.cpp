@@ -3,6 +3,7 @@
  */
 #include "QVValueComboEdit.h"
 
+#include "Clipboard.h"
 #include "NumericText.h"
 #include "QVValueCombo.h"
 
@@ -67,16 +68,7 @@ BOOL CQVValueComboEdit::OnMouseWheel(UINT flags, short delta, POINT point) {
 }
 
 void CQVValueComboEdit::OnPaste() {
-  std::wstring pasted;
-  if (::OpenClipboard(m_hWnd)) {
-    if (HANDLE data = ::GetClipboardData(CF_UNICODETEXT)) {
-      if (const auto* text = static_cast<const wchar_t*>(::GlobalLock(data))) {
-        pasted = text;
-        ::GlobalUnlock(data);
-      }
-    }
-    ::CloseClipboard();
-  }
+  const std::wstring pasted = qvfw::ReadClipboardText(m_hWnd);
   DWORD start = 0;
   DWORD end = 0;
   SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
