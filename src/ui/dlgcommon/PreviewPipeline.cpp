@@ -37,10 +37,11 @@ void CPreviewPipeline::Invalidate() {
   m_source.Free();
   m_sourceRect = RECT{};
   m_sourceScale = 0;
+  m_sourceCover = qvpreview::RegionCover::kWhole;
 }
 
 int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height,
-                             CQVBitmap* out) const {
+                             CQVBitmap* out, qvpreview::RegionCover* cover) const {
   BITMAPHANDLE reduced{};
   reduced.uStructSize = sizeof(BITMAPHANDLE);
   int rc = qvpreview::ReduceRegion(from, region, width, height, &reduced);
@@ -53,6 +54,12 @@ int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int w
       Q_FreeBitmap(&reduced, 0);
       return rc;
     }
+  }
+  // Set last: the window-level step above must not be limited by it.
+  rc = qvpreview::MapRegion(from, region, &reduced, cover);
+  if (rc != QV_SUCCESS) {
+    Q_FreeBitmap(&reduced, 0);
+    return rc;
   }
   out->TakeOver(&reduced);
   return QV_SUCCESS;
@@ -77,7 +84,7 @@ bool CPreviewPipeline::Prepare(const PreviewView& view) {
   const int width = ScaledSize(region.right - region.left, scale);
   const int height = ScaledSize(region.bottom - region.top, scale);
   Invalidate();
-  m_lastResult = Reduce(*m_image, region, width, height, &m_source);
+  m_lastResult = Reduce(*m_image, region, width, height, &m_source, &m_sourceCover);
   if (m_lastResult != QV_SUCCESS) {
     Invalidate();
     return false;
@@ -93,13 +100,14 @@ int CPreviewPipeline::Render(const Effect& effect, bool neighbourhood, CQVBitmap
     return 0;
   }
   CQVBitmap work;
+  qvpreview::RegionCover cover = m_sourceCover;
   const BITMAPHANDLE& source = *m_source.GetHandle();
   const bool reduced = source.nWidth != m_sourceRect.right - m_sourceRect.left ||
                        source.nHeight != m_sourceRect.bottom - m_sourceRect.top;
   if (neighbourhood && reduced) {
     // Full resolution over the covered region: a crop is a reduction by one.
     const int rc = Reduce(*m_image, m_sourceRect, m_sourceRect.right - m_sourceRect.left,
-                          m_sourceRect.bottom - m_sourceRect.top, &work);
+                          m_sourceRect.bottom - m_sourceRect.top, &work, &cover);
     if (rc != QV_SUCCESS) {
       m_lastResult = rc;
       return 0;
@@ -111,10 +119,23 @@ int CPreviewPipeline::Render(const Effect& effect, bool neighbourhood, CQVBitmap
   const int result = effect ? effect(work) : 1;
   m_lastResult = work.LastResult();
   if (!result) return 0;
+  if (cover == qvpreview::RegionCover::kNone) {
+    // The region lies wholly outside what the view covers: the effect ran
+    // for its result, but none of these pixels would change at OK.
+    CQVBitmap unchanged;
+    if (!unchanged.Copy(source)) {
+      m_lastResult = unchanged.LastResult();
+      return 0;
+    }
+    *out = std::move(unchanged);
+    return result;
+  }
   if (neighbourhood && reduced) {
     CQVBitmap shown;
     const BITMAPHANDLE& done = *work.GetHandle();
-    const int rc = Reduce(done, RECT{0, 0, done.nWidth, done.nHeight}, source.nWidth, source.nHeight, &shown);
+    qvpreview::RegionCover shownCover;
+    const int rc =
+        Reduce(done, RECT{0, 0, done.nWidth, done.nHeight}, source.nWidth, source.nHeight, &shown, &shownCover);
     if (rc != QV_SUCCESS) {
       m_lastResult = rc;
       return 0;

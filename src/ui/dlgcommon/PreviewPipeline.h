@@ -7,8 +7,10 @@
  * change costs a copy of that small source and one effect run over it.
  * Effects that depend on their neighbourhood run at full resolution over the
  * source's region instead and are reduced afterwards, so the preview shows
- * what the same effect does to the whole image. The caller's bitmap is only
- * ever read.
+ * what the same effect does to the whole image. A region of the caller's
+ * bitmap goes with the source (mapped to its grid), so the effect changes
+ * the pixels OK will change and no others. The caller's bitmap is only ever
+ * read.
  */
 #pragma once
 
@@ -16,6 +18,7 @@
 
 #include <functional>
 
+#include "DisplayRegion.h"
 #include "QVBitmap.h"
 
 struct PreviewView {
@@ -52,11 +55,13 @@ class CPreviewPipeline {
   int LastResult() const { return m_lastResult; }
 
  private:
-  int Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height, CQVBitmap* out) const;
+  int Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height, CQVBitmap* out,
+             qvpreview::RegionCover* cover) const;
 
   const BITMAPHANDLE* m_image = nullptr;
   CQVBitmap m_source;
   RECT m_sourceRect{};
   double m_sourceScale = 0;
+  qvpreview::RegionCover m_sourceCover = qvpreview::RegionCover::kWhole;
   int m_lastResult = QV_SUCCESS;
 };

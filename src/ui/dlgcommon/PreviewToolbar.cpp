@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <string>
 
-#include "SelectObjectScope.h"
 #include "Module.h"
+#include "QVBaseDialog.h"
+#include "SelectObjectScope.h"
 #include "UniqueDC.h"
+#include "qv/qvdlgkrn.h"
 
 namespace {
 
@@ -121,11 +123,16 @@ bool CPreviewToolbar::Create(HWND dialog, int id, HFONT font, const Commands& co
   SendMessageW(m_toolbar, TB_SETMAXTEXTROWS, 0, 0);
   SendMessageW(m_toolbar, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 
-  // Plain English tips for now; the dialog kernel has no ids for them.
-  const wchar_t* tips[] = {L"Zoom to 100%", L"Zoom to fit", L"Split view", L"Show effect", L"Reset view"};
+  // Tips come from the dialog kernel, so a host's override or its German
+  // table reaches them; a text it cannot give leaves that button without one.
+  const unsigned tipIds[5] = {QVDLGSTR_PREVIEW_ZOOM_NORMAL, QVDLGSTR_PREVIEW_ZOOM_FIT, QVDLGSTR_PREVIEW_SPLIT,
+                              QVDLGSTR_PREVIEW_SHOW_EFFECT, QVDLGSTR_PREVIEW_RESET_VIEW};
   INT_PTR stringIds[5];
   for (int i = 0; i < 5; ++i) {
-    std::wstring text = tips[i];
+    std::wstring text = CQVBaseDialog::GetDlgString(tipIds[i]);
+    stringIds[i] = -1;
+    if (text.empty()) continue;
+    // TB_ADDSTRING takes a list ended by an empty string.
     text.push_back(L'\0');
     stringIds[i] = SendMessageW(m_toolbar, TB_ADDSTRINGW, 0, reinterpret_cast<LPARAM>(text.c_str()));
   }

@@ -3,7 +3,8 @@
  * 1 zoom to fit, 2 separator, 3 split view, 4 effect on/off, 5 reset view).
  * The glyphs are drawn at run time at a size taken from the dialog font, so
  * the static library needs no bitmap resource and the buttons scale with the
- * font. Button texts serve as tooltips (no text rows are shown).
+ * font. Button texts serve as tooltips (no text rows are shown); they are
+ * the dialog kernel's texts for the preview buttons.
  */
 #pragma once
 

@@ -16,14 +16,13 @@
 #include "PreviewPipeline.h"
 #include "PreviewToolbar.h"
 #include "QVImageViewer.h"
+#include "qv/qvdlgkrn.h"
 
 namespace {
 
 constexpr UINT kMsgRender = WM_APP + 0x3A1;
 constexpr UINT kMsgLayout = WM_APP + 0x3A2;
 constexpr int kToolbarGap = 2;
-
-const wchar_t kStaleNote[] = L"Out of date: press Apply";
 
 bool IsTextEntry(HWND window) {
   wchar_t name[32] = {};
@@ -63,6 +62,10 @@ const CQVBitmap* CQVBeforeAfterDlg::GetAfterBitmap() const {
 
 const CQVBitmap* CQVBeforeAfterDlg::GetDisplaySource() const {
   return m_pipeline->HasSource() ? &m_pipeline->Source() : nullptr;
+}
+
+RECT CQVBeforeAfterDlg::GetDisplaySourceRect() const {
+  return m_pipeline->HasSource() ? m_pipeline->SourceRect() : RECT{};
 }
 
 void CQVBeforeAfterDlg::EnableProcessing(int enable) {
@@ -163,7 +166,8 @@ void CQVBeforeAfterDlg::ShowRendered() {
   const BITMAPHANDLE* shown = m_showEffect && haveAfter ? m_after.GetHandle() : source;
   m_afterView->SetDisplay(shown, rect);
   m_afterView->SetSplitDisplay(m_split ? source : nullptr, rect);
-  m_afterView->SetNote(m_useApply && m_stale ? kStaleNote : L"");
+  // Read each time: the host may change the text while the dialog is open.
+  m_afterView->SetNote(m_useApply && m_stale ? GetDlgString(QVDLGSTR_PREVIEW_OUT_OF_DATE) : std::wstring());
   m_afterView->Invalidate(FALSE);
   m_afterView->UpdateWindow();
   m_beforeView->Invalidate(FALSE);

@@ -94,6 +94,8 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   const CQVBitmap* GetAfterBitmap() const;
   // The display source both panes are made from.
   const CQVBitmap* GetDisplaySource() const;
+  // The image rectangle that source holds (empty while there is none).
+  RECT GetDisplaySourceRect() const;
   // Result of the last effect run on the preview (1 before the first).
   int GetLastPreviewResult() const { return m_lastPreviewResult; }
 
