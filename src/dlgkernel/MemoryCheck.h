@@ -1,18 +1,20 @@
 /*
  * Whether a caller's pointer may be read or written over a given length, so
- * that an unmapped or read-only pointer gives an error code instead of a crash.
- * Windows asks VirtualQuery; the native build (tests only) checks that the
- * pages are mapped.
+ * that an unmapped or read-only pointer gives an error code instead of a crash
+ * (the imaging kernel's address probe), and the length of a caller's string
+ * read page by page without running into unmapped memory.
  */
 #ifndef QV_DLGKERNEL_MEMORYCHECK_H
 #define QV_DLGKERNEL_MEMORYCHECK_H
 
 #include <cstddef>
 
+#include "AddressCheck.h"
+
 namespace qv {
 
-bool IsReadableMemory(const void* p, std::size_t size);
-bool IsWritableMemory(void* p, std::size_t size);
+inline bool IsReadableMemory(const void* p, std::size_t size) { return IsValidAddress(p, size, false); }
+inline bool IsWritableMemory(void* p, std::size_t size) { return IsValidAddress(p, size, true); }
 
 // Length of a terminated narrow string of at most maxLength characters, reading
 // no byte that is not readable; false when unreadable or not terminated in time.
