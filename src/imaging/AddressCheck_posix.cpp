@@ -1,7 +1,7 @@
-// The native address probe. Linux has no VirtualQuery, so the mapping of each page is read from
-// /proc/self/maps; that is slow, which is why only the first call per distinct page range hits the file and
-// the probe is used only for descriptors handed across exports, never per pixel. A pointer inside a mapping
-// with the needed permission bits is valid.
+// The native address probe. Linux has no VirtualQuery, so every call reads the mappings and their
+// permissions from /proc/self/maps; that costs tens of microseconds, which is why the probe is used only for
+// what crosses an export (descriptors, records, tables), never per pixel. A pointer inside a run of
+// mappings with the needed permission bits is valid.
 #include "AddressCheck.h"
 
 #include <cstdint>
