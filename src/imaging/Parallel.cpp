@@ -59,6 +59,9 @@ class BandRunner {
 
 int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report) {
   if (end <= begin) return report ? ReportStatus(100) : QV_SUCCESS;
+  // Asked before any worker starts, so a callback that stops at 0 % leaves every row untouched.
+  int rc = report ? ReportStatus(0) : QV_SUCCESS;
+  if (rc != QV_SUCCESS) return rc;
   const int threads = WorkerCount(end - begin);
   BandRunner runner(begin, end, fn, threads);
   std::vector<std::thread> workers;
@@ -72,8 +75,6 @@ int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report
       break;  // fewer threads; the calling thread still completes every band
     }
   }
-  int rc = report ? ReportStatus(0) : QV_SUCCESS;
-  if (rc != QV_SUCCESS) runner.Abort();
   while (rc == QV_SUCCESS && runner.RunOne()) {
     if (report) rc = ReportStatus(std::min(99, runner.Percent()));
     if (rc != QV_SUCCESS) runner.Abort();

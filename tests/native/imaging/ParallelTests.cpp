@@ -61,7 +61,7 @@ TEST_F(ParallelRowsTest, CallbackStopsTheRun) {
   ASSERT_EQ(Q_SetStatusCallBack(RecordingCallback, &rec, 0), QV_SUCCESS);
   std::atomic<int> rowsDone{0};
   EXPECT_EQ(qv::ParallelRows(0, 100000, [&](int y0, int y1) { rowsDone += y1 - y0; }), QV_ERROR_USER_ABORT);
-  EXPECT_LT(rowsDone.load(), 100000);
+  EXPECT_EQ(rowsDone.load(), 0);
   EXPECT_EQ(rec.percents.size(), 1u);
 }
 
