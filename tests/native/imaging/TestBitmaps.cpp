@@ -8,12 +8,6 @@
 
 namespace qvtest {
 
-OwnedBitmap::OwnedBitmap() { std::memset(&m_b, 0, sizeof m_b); }
-
-OwnedBitmap::~OwnedBitmap() {
-  if (m_b.uFlags & QV_BMF_ALLOCATED) Q_FreeBitmap(&m_b, 0);
-}
-
 const std::vector<FormatCase>& AllFormats() {
   static const std::vector<FormatCase> formats = {
       {"indexed1", 1, QV_ORDER_BGR, false},   {"indexed2", 2, QV_ORDER_BGR, false},

@@ -1,28 +1,14 @@
-// Helpers shared by the kernel's native tests: an owning wrapper around BITMAPHANDLE that frees on scope
-// exit, the table of every pixel format, and a deterministic pixel pattern.
+// Helpers shared by the kernel's native tests: the owning bitmap wrapper (OwnedBitmap.h), the table of
+// every pixel format, and a deterministic pixel pattern.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "OwnedBitmap.h"
 #include "qv/qvkrn.h"
 
 namespace qvtest {
-
-// Frees its bitmap when it goes out of scope (when still allocated).
-class OwnedBitmap {
- public:
-  OwnedBitmap();
-  ~OwnedBitmap();
-  OwnedBitmap(const OwnedBitmap&) = delete;
-  OwnedBitmap& operator=(const OwnedBitmap&) = delete;
-  BITMAPHANDLE* get() { return &m_b; }
-  BITMAPHANDLE& operator*() { return m_b; }
-  BITMAPHANDLE* operator->() { return &m_b; }
-
- private:
-  BITMAPHANDLE m_b;
-};
 
 struct FormatCase {
   const char* name;

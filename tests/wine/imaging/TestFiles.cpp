@@ -10,12 +10,6 @@
 
 namespace qvtest {
 
-OwnedBitmap::OwnedBitmap() { std::memset(&m_b, 0, sizeof m_b); }
-
-OwnedBitmap::~OwnedBitmap() {
-  if (m_b.uFlags & QV_BMF_ALLOCATED) Q_FreeBitmap(&m_b, 0);
-}
-
 namespace {
 
 void Put16(std::vector<uint8_t>& v, uint32_t x) {

@@ -7,23 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "OwnedBitmap.h"
 #include "qv/qvkrn.h"
 
 namespace qvtest {
-
-class OwnedBitmap {
- public:
-  OwnedBitmap();
-  ~OwnedBitmap();
-  OwnedBitmap(const OwnedBitmap&) = delete;
-  OwnedBitmap& operator=(const OwnedBitmap&) = delete;
-  BITMAPHANDLE* get() { return &m_b; }
-  BITMAPHANDLE* operator->() { return &m_b; }
-  BITMAPHANDLE& operator*() { return m_b; }
-
- private:
-  BITMAPHANDLE m_b;
-};
 
 // A little-endian baseline TIFF of 16-bit gray samples, uncompressed, one strip.
 std::vector<uint8_t> MakeGray16Tiff(int width, int height, const std::vector<uint16_t>& samples);
