@@ -10,8 +10,8 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "KernelOperations.h"
 #include "qv/qvdlgclr.h"
+#include "qv/qvimgops.h"
 
 namespace qvdemo {
 namespace {
@@ -53,14 +53,14 @@ void FillSingle(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int va
   params.Store(p);
 }
 
-template <int (*Operation)(BITMAPHANDLE*, int)>
+template <int (*Operation)(BITMAPHANDLE*, int, unsigned int)>
 int ApplySigned(ParamBlock& params, BITMAPHANDLE* bitmap) {
-  return Operation(bitmap, params.Load<SingleParams>().nBrightness);
+  return Operation(bitmap, params.Load<SingleParams>().nBrightness, 0);
 }
 
-template <int (*Operation)(BITMAPHANDLE*, unsigned)>
+template <int (*Operation)(BITMAPHANDLE*, unsigned int, unsigned int)>
 int ApplyUnsigned(ParamBlock& params, BITMAPHANDLE* bitmap) {
-  return Operation(bitmap, static_cast<unsigned>(params.Load<SingleParams>().nBrightness));
+  return Operation(bitmap, static_cast<unsigned>(params.Load<SingleParams>().nBrightness), 0);
 }
 
 template <const wchar_t* Name>
@@ -85,7 +85,7 @@ void FillGamma(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int val
 
 int ApplyGamma(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVGAMMAADJUSTMENTDLGPARAMS>();
-  return kernel::Gamma(bitmap, p.uRedGamma, p.uGreenGamma, p.uBlueGamma);
+  return Q_GammaCorrectBitmapExt(bitmap, p.uRedGamma, p.uGreenGamma, p.uBlueGamma, 0);
 }
 
 std::wstring DescribeGamma(ParamBlock& params) {
@@ -105,7 +105,7 @@ void FillIntensityDetect(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flag
 
 int ApplyIntensityDetect(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVINTENSITYDETECTDLGPARAMS>();
-  return kernel::IntensityDetect(bitmap, p.uLow, p.uHigh, p.crInColor, p.crOutColor, p.uChannel);
+  return Q_IntensityDetectBitmap(bitmap, p.uLow, p.uHigh, p.crInColor, p.crOutColor, p.uChannel, 0);
 }
 
 std::wstring DescribeIntensityDetect(ParamBlock& params) {
@@ -139,7 +139,7 @@ void FillGrayScale(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int
 
 int ApplyGrayScale(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVGRAYSCALEDLGPARAMS>();
-  return kernel::GrayScale(bitmap, p.nRedFactor, p.nGreenFactor, p.nBlueFactor);
+  return Q_GrayScaleBitmapExt(bitmap, p.nRedFactor, p.nGreenFactor, p.nBlueFactor, 0);
 }
 
 std::wstring DescribeGrayScale(ParamBlock& params) {
@@ -162,8 +162,8 @@ void FillColoredGray(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, i
 
 int ApplyColoredGray(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVCOLOREDGRAYDLGPARAMS>();
-  return kernel::ColoredGray(bitmap, {p.nRedFactor, p.nGreenFactor, p.nBlueFactor},
-                             {p.nRedGrayFactor, p.nGreenGrayFactor, p.nBlueGrayFactor});
+  return Q_ConvertToColoredGray(bitmap, p.nRedFactor, p.nGreenFactor, p.nBlueFactor, p.nRedGrayFactor,
+                                p.nGreenGrayFactor, p.nBlueGrayFactor, 0);
 }
 
 std::wstring DescribeColoredGray(ParamBlock& params) {
@@ -194,10 +194,7 @@ void FillBalance(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int v
 
 int ApplyBalance(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVBALANCECOLORSDLGPARAMS>();
-  const double weights[3][3] = {{p.RedFactor.fToRed, p.RedFactor.fToGreen, p.RedFactor.fToBlue},
-                                {p.GreenFactor.fToRed, p.GreenFactor.fToGreen, p.GreenFactor.fToBlue},
-                                {p.BlueFactor.fToRed, p.BlueFactor.fToGreen, p.BlueFactor.fToBlue}};
-  return kernel::Balance(bitmap, weights);
+  return Q_BalanceColors(bitmap, &p.RedFactor, &p.GreenFactor, &p.BlueFactor, 0);
 }
 
 std::wstring DescribeBalance(ParamBlock& params) {
@@ -225,14 +222,15 @@ void FillWindowLevel(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, i
   p.crStart = RGB(0, 0, 0);
   p.crEnd = RGB(255, 255, 255);
   p.nFactor = 0;
-  p.uFillFlags = 0x0001u | 0x0010u;  // colour ramp from black to white, linear
-  kernel::FillWindowLevelLut(lut.data(), p.uLUTLength, p.nLow, p.nHigh, 0, highBit, 0, maxValue);
+  p.uFillFlags = QV_WLFILL_COLOR_RAMP | QV_WLFILL_LINEAR;
+  Q_WindowLevelFillLUT(lut.data(), p.uLUTLength, p.crStart, p.crEnd, p.nLow, p.nHigh, 0, highBit, 0, maxValue,
+                       p.nFactor, p.uFillFlags);
   params.Store(p);
 }
 
 int ApplyWindowLevel(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVWINDOWLEVELDLGPARAMS>();
-  return kernel::WindowLevel(bitmap, p.nLowBit, p.nHighBit, p.pLUT, p.uLUTLength);
+  return Q_WindowLevel(bitmap, p.nLowBit, p.nHighBit, p.pLUT, p.uLUTLength, QV_WL_PAINT);
 }
 
 std::wstring DescribeWindowLevel(ParamBlock& params) {
@@ -289,7 +287,7 @@ int ApplyRemapIntensity(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVREMAPINTENSITYDLGPARAMS>();
   const uint32_t* tables[] = {p.puMasterTable, p.puRedTable, p.puGreenTable, p.puBlueTable};
   const uint32_t* table = p.uChannel < 4 ? tables[p.uChannel] : nullptr;
-  return kernel::RemapIntensity(bitmap, table, p.uTableLength, p.uChannel);
+  return Q_RemapBitmapIntensity(bitmap, table, p.uTableLength, p.uChannel, 0);
 }
 
 void FreeTable(uint32_t* table) {
@@ -317,8 +315,8 @@ void FillRemapHue(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int)
 
 int ApplyRemapHue(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVREMAPHUEDLGPARAMS>();
-  return kernel::RemapHue(bitmap, p.puMaskTable, p.puHueTable, p.puSaturationTable, p.puValueTable,
-                          p.uTableLength);
+  return Q_RemapBitmapHue(bitmap, p.puMaskTable, p.puHueTable, p.puSaturationTable, p.puValueTable,
+                          p.uTableLength, 0);
 }
 
 void ReleaseRemapHue(ParamBlock& params) {
@@ -381,19 +379,19 @@ const std::vector<DialogEntry>& DialogCatalog() {
   using T = TourControl;
   using I = ImageKind;
   static const std::vector<DialogEntry> kCatalog = {
-      {"Q_DlgBrightness", L"&Brightness...", I::Photo, FillSingle, ApplySigned<kernel::Intensity>, nullptr,
+      {"Q_DlgBrightness", L"&Brightness...", I::Photo, FillSingle, ApplySigned<Q_ChangeBitmapIntensity>, nullptr,
        DescribeSingle<kBrightness>, 0, 400, T::Trackbar, 3101},
-      {"Q_DlgContrast", L"&Contrast...", I::Photo, FillSingle, ApplySigned<kernel::Contrast>, nullptr,
+      {"Q_DlgContrast", L"&Contrast...", I::Photo, FillSingle, ApplySigned<Q_ChangeBitmapContrast>, nullptr,
        DescribeSingle<kContrast>, 0, 500, T::Trackbar, 3701},
-      {"Q_DlgHue", L"&Hue...", I::Photo, FillSingle, ApplySigned<kernel::Hue>, nullptr, DescribeSingle<kHue>, 0,
+      {"Q_DlgHue", L"&Hue...", I::Photo, FillSingle, ApplySigned<Q_ChangeBitmapHue>, nullptr, DescribeSingle<kHue>, 0,
        120, T::Trackbar, 7501},
-      {"Q_DlgSaturation", L"&Saturation...", I::Photo, FillSingle, ApplySigned<kernel::Saturation>, nullptr,
+      {"Q_DlgSaturation", L"&Saturation...", I::Photo, FillSingle, ApplySigned<Q_ChangeBitmapSaturation>, nullptr,
        DescribeSingle<kSaturation>, 0, -800, T::Trackbar, 11501},
-      {"Q_DlgHistoContrast", L"Histogram c&ontrast...", I::Photo, FillSingle, ApplySigned<kernel::HistoContrast>,
+      {"Q_DlgHistoContrast", L"Histogram c&ontrast...", I::Photo, FillSingle, ApplySigned<Q_HistoContrastBitmap>,
        nullptr, DescribeSingle<kHistoContrast>, 0, 600, T::Trackbar, 7201},
-      {"Q_DlgPosterize", L"&Posterize...", I::Photo, FillSingle, ApplyUnsigned<kernel::Posterize>, nullptr,
+      {"Q_DlgPosterize", L"&Posterize...", I::Photo, FillSingle, ApplyUnsigned<Q_PosterizeBitmap>, nullptr,
        DescribeSingle<kLevels>, 64, 4, T::Trackbar, 10301},
-      {"Q_DlgSolarize", L"So&larize...", I::Photo, FillSingle, ApplyUnsigned<kernel::Solarize>, nullptr,
+      {"Q_DlgSolarize", L"So&larize...", I::Photo, FillSingle, ApplyUnsigned<Q_SolarizeBitmap>, nullptr,
        DescribeSingle<kThreshold>, 255, 128, T::Trackbar, 12201},
       {"Q_DlgGammaAdjustment", L"&Gamma...", I::Photo, FillGamma, ApplyGamma, nullptr, DescribeGamma, 100, 220,
        T::None, 0},

@@ -15,7 +15,7 @@
 #include "DemoWindow.h"
 #include "DialogCatalog.h"
 #include "DialogLibrary.h"
-#include "KernelOperations.h"
+#include "qv/qvimgops.h"
 #include "OwnedBitmap.h"
 #include "TestChart.h"
 #include "Tour.h"
@@ -126,7 +126,7 @@ TEST_F(DemoWindowTest, BrightnessFromTheMenuAppliesEitherWayAndUndoes) {
   const std::vector<unsigned char> chart = BytesOf(*m_window.Picture());
   OwnedBitmap expected;
   ASSERT_EQ(expected.CopyFrom(*m_window.Picture()), QV_SUCCESS);
-  ASSERT_EQ(kernel::Intensity(expected.Get(), FindDialogEntry("Q_DlgBrightness")->tourValue), QV_SUCCESS);
+  ASSERT_EQ(Q_ChangeBitmapIntensity(expected.Get(), FindDialogEntry("Q_DlgBrightness")->tourValue, 0), QV_SUCCESS);
 
   for (int mode : {IDM_MODE_DIALOG, IDM_MODE_OPERATION}) {
     SCOPED_TRACE(mode == IDM_MODE_DIALOG ? "through the dialog" : "by the operation");
