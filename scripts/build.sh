@@ -14,6 +14,12 @@ case "$config" in
   windows) dir=build/win;    args=(-DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake) ;;
   *) echo "unknown configuration $config" >&2; exit 2 ;;
 esac
+# ccache, when installed, makes rebuilds in a second checkout cheap; paths are
+# taken relative to the checkout so two checkouts share the cache.
+if command -v ccache >/dev/null; then
+  args+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+fi
 if [ ! -f "$dir/build.ninja" ]; then
   cmake -S . -B "$dir" -G Ninja "${args[@]}" >/dev/null
 fi
