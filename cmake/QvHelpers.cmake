@@ -67,3 +67,22 @@ function(qv_add_dll name def description)
   set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "")
   qv_add_version_resource(${name} "${description}")
 endfunction()
+
+# A libFuzzer target, defined only in the fuzz configuration (clang with QV_FUZZ, every library instrumented
+# for coverage and built with the sanitizers). scripts/run-fuzzers.sh runs each one listed in fuzzers.txt
+# beside the build, starting from its seed files.
+function(qv_add_fuzzer name)
+  if(NOT QV_FUZZ)
+    return()
+  endif()
+  cmake_parse_arguments(F "" "SEEDS" "SOURCES;LIBS;DEFINES" ${ARGN})
+  add_executable(${name} ${F_SOURCES})
+  target_compile_definitions(${name} PRIVATE ${F_DEFINES})
+  target_link_libraries(${name} PRIVATE ${F_LIBS})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  add_dependencies(qv_fuzzers ${name})
+  set_property(GLOBAL APPEND PROPERTY QV_FUZZERS "${CMAKE_CURRENT_BINARY_DIR}/${name} ${F_SEEDS}")
+  get_property(all GLOBAL PROPERTY QV_FUZZERS)
+  list(JOIN all "\n" text)
+  file(WRITE ${CMAKE_BINARY_DIR}/fuzzers.txt "${text}\n")
+endfunction()
