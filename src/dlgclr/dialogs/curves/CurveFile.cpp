@@ -30,7 +30,9 @@ CurveFileStatus ReadRecord(ByteReader& reader, uint32_t length, CurveRecord& rec
   }
   record.count = static_cast<int32_t>(count);
   for (uint32_t i = 0; i < count; ++i) {
-    if (!reader.ReadI32(record.points[i].x) || !reader.ReadI32(record.points[i].y)) return CurveFileStatus::kCutShort;
+    int32_t x = 0, y = 0;
+    if (!reader.ReadI32(x) || !reader.ReadI32(y)) return CurveFileStatus::kCutShort;
+    record.points[i] = {x, y};
   }
   check = CheckCurveRecord(record, length);
   return check == CurveCheck::kValid ? CurveFileStatus::kRead : CurveFileStatus::kBadRecord;
