@@ -32,9 +32,12 @@ HsbKey KeyOf(const PALETTEENTRY& e) {
   const int high = std::max({r, g, b}), low = std::min({r, g, b}), d = high - low;
   HsbKey key{d == 0, {0, 1}, {d, high == 0 ? 1 : high}, high};
   if (d == 0) return key;
-  if (high == r) key.hue = {g >= b ? g - b : 6 * d + g - b, d};
-  else if (high == g) key.hue = {2 * d + b - r, d};
-  else key.hue = {4 * d + r - g, d};
+  if (high == r)
+    key.hue = {g >= b ? g - b : 6 * d + g - b, d};
+  else if (high == g)
+    key.hue = {2 * d + b - r, d};
+  else
+    key.hue = {4 * d + r - g, d};
   return key;
 }
 

@@ -81,22 +81,35 @@ constexpr PaletteTable<QV_PALETTE_NUMBER_OF_ENTRIES_MSI_EXPLORER> MakeExplorerPa
 
 constexpr int DacTo8Bit(int level) { return (level * 255 + 31) / 63; }
 
+// What a component does in one sixth of a VGA hue ring: held at the lowest level, held at the highest, or
+// stepping up or down through the levels between.
+enum class RingRole { kLow, kHigh, kRising, kFalling };
+
+constexpr int RingLevel(RingRole role, const int (&level)[5], int step) {
+  switch (role) {
+    case RingRole::kLow:
+      return level[0];
+    case RingRole::kHigh:
+      return level[4];
+    case RingRole::kRising:
+      return level[step];
+    case RingRole::kFalling:
+      break;
+  }
+  return level[4 - step];
+}
+
 // One ring of 24 hues from blue over magenta, red, yellow, green and cyan back towards blue, made of the five
-// 6-bit levels low..high that one intensity and saturation allow.
+// 6-bit levels low..high that one intensity and saturation allow; each sixth is four steps.
 constexpr void AddVgaRing(PaletteTable<QV_PALETTE_NUMBER_OF_ENTRIES_SVGA>& table, int& n, const int (&level)[5]) {
-  const int lo = level[0], hi = level[4];
+  using R = RingRole;
+  constexpr RingRole kSixths[6][3] = {{R::kRising, R::kLow, R::kHigh}, {R::kHigh, R::kLow, R::kFalling},
+                                      {R::kHigh, R::kRising, R::kLow}, {R::kFalling, R::kHigh, R::kLow},
+                                      {R::kLow, R::kHigh, R::kRising}, {R::kLow, R::kFalling, R::kHigh}};
   for (int k = 0; k < 24; ++k) {
-    const int rising = level[k % 4], falling = level[4 - k % 4];
-    int r = 0, g = 0, b = 0;
-    switch (k / 4) {
-      case 0: r = rising; g = lo; b = hi; break;
-      case 1: r = hi; g = lo; b = falling; break;
-      case 2: r = hi; g = rising; b = lo; break;
-      case 3: r = falling; g = hi; b = lo; break;
-      case 4: r = lo; g = hi; b = rising; break;
-      default: r = lo; g = falling; b = hi; break;
-    }
-    table[n++] = Entry(DacTo8Bit(r), DacTo8Bit(g), DacTo8Bit(b));
+    const RingRole(&roles)[3] = kSixths[k / 4];
+    table[n++] = Entry(DacTo8Bit(RingLevel(roles[0], level, k % 4)), DacTo8Bit(RingLevel(roles[1], level, k % 4)),
+                       DacTo8Bit(RingLevel(roles[2], level, k % 4)));
   }
 }
 
@@ -111,9 +124,9 @@ constexpr PaletteTable<QV_PALETTE_NUMBER_OF_ENTRIES_SVGA> MakeSvgaPalette() {
   }
   constexpr int kGrays[16] = {0, 5, 8, 11, 14, 17, 20, 24, 28, 32, 36, 40, 45, 50, 56, 63};
   for (int gray : kGrays) table[n++] = Entry(DacTo8Bit(gray), DacTo8Bit(gray), DacTo8Bit(gray));
-  constexpr int kRings[9][5] = {{0, 16, 31, 47, 63},  {31, 39, 47, 55, 63}, {45, 49, 54, 58, 63},
-                                {0, 7, 14, 21, 28},   {14, 17, 21, 24, 28}, {20, 22, 24, 26, 28},
-                                {0, 4, 8, 12, 16},    {8, 10, 12, 14, 16},  {11, 12, 13, 15, 16}};
+  constexpr int kRings[9][5] = {{0, 16, 31, 47, 63}, {31, 39, 47, 55, 63}, {45, 49, 54, 58, 63},
+                                {0, 7, 14, 21, 28},  {14, 17, 21, 24, 28}, {20, 22, 24, 26, 28},
+                                {0, 4, 8, 12, 16},   {8, 10, 12, 14, 16},  {11, 12, 13, 15, 16}};
   for (const auto& ring : kRings) AddVgaRing(table, n, ring);
   while (n < QV_PALETTE_NUMBER_OF_ENTRIES_SVGA) table[n++] = Entry(0, 0, 0);
   return table;

@@ -12,8 +12,7 @@ namespace {
 
 bool SameIgnoringCase(const char* a, const char* b, size_t n) {
   for (size_t i = 0; i < n; ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i])))
-      return false;
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) return false;
   }
   return true;
 }
@@ -23,7 +22,7 @@ PaletteFileStatus CheckTag(ByteReader& reader) {
   if (reader.ReadBytes(tag, sizeof tag) != sizeof tag) return PaletteFileStatus::kTagMismatch;
   if (std::memcmp(tag, kPaletteFileTag, sizeof tag) == 0) return PaletteFileStatus::kRead;
   return SameIgnoringCase(tag, kPaletteFileTag, sizeof tag) ? PaletteFileStatus::kTagCaseDiffers
-                                                             : PaletteFileStatus::kTagMismatch;
+                                                            : PaletteFileStatus::kTagMismatch;
 }
 
 // Reads `count` entries through one 4-byte buffer that keeps its bytes between reads, which is what makes a

@@ -23,8 +23,8 @@ struct CurveRecord {
 // Why a record is not valid for a table, in the order the checks run.
 enum class CurveCheck {
   kValid,
-  kBadPointCount,     // fewer than 2 or more than 32 points
-  kBadMode,           // not one of the four modes
+  kBadPointCount,  // fewer than 2 or more than 32 points
+  kBadMode,        // not one of the four modes
   kFirstXNotZero,
   kLastXNotEnd,       // the last point's x is not length - 1
   kPointOutOfRange,   // an x or y outside 0..length - 1
