@@ -153,7 +153,9 @@ std::vector<int> TickPixels(const SliderAxis& axis, double frequency, int minimu
   // The small allowance keeps a tick that lands on the maximum despite
   // rounding in the division.
   const long long count = static_cast<long long>(std::floor(span / step + 1e-9));
-  for (long long k = 0; k <= count; ++k) ticks.push_back(ValueToPixel(axis, axis.minimum + static_cast<double>(k) * step));
+  for (long long k = 0; k <= count; ++k) {
+    ticks.push_back(ValueToPixel(axis, axis.minimum + static_cast<double>(k) * step));
+  }
   if (ticks.back() != axis.right) ticks.push_back(axis.right);
   return ticks;
 }
