@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ColorDialog.h"
+#include "ParentNotify.h"
 #include "SelectObjectScope.h"
 #include "UniqueHandle.h"
 
@@ -72,18 +73,8 @@ bool CQVColorPickerCtrl::PickColor() {
   const COLORREF color = dialog.GetColor() & 0x00FFFFFF;
   if (!picked || color == m_color) return false;
   SetRGB(color);
-  NotifyChanged();
+  qvctl::NotifyParent(m_hWnd, kNotifyColorChanged);
   return true;
-}
-
-void CQVColorPickerCtrl::NotifyChanged() {
-  HWND parent = ::GetParent(m_hWnd);
-  if (!parent) return;
-  NMHDR header{};
-  header.hwndFrom = m_hWnd;
-  header.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-  header.code = kNotifyColorChanged;
-  ::SendMessageW(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
 }
 
 BOOL CQVColorPickerCtrl::SubclassWindow(HWND window) {

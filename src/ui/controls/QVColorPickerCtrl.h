@@ -57,8 +57,6 @@ class CQVColorPickerCtrl : public qvfw::CButton {
   void OnKeyDown(UINT key, UINT repeat, UINT flags) override;
 
  private:
-  void NotifyChanged();
-
   COLORREF m_color = RGB(0, 0, 0);
   COLORREF m_customColors[kCustomColorCount];
   bool m_choosing = false;  // the colour dialog is open: a second click must not open another

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "Address.h"
+#include "ParentNotify.h"
 #include "Placeholder.h"
 #include "SelectObjectScope.h"
 #include "UniqueDC.h"
@@ -163,15 +164,10 @@ void CQVSliderCtrl::UserMove(int marker, double target) {
 }
 
 void CQVSliderCtrl::Notify(int marker) {
-  HWND parent = ::GetParent(m_hWnd);
-  if (!parent) return;
   NMQVSLIDER info{};
-  info.hdr.hwndFrom = m_hWnd;
-  info.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-  info.hdr.code = kNotifyMarkerMoved;
   info.iMarker = marker;
   info.dValue = m_markers[static_cast<size_t>(marker)];
-  ::SendMessageW(parent, WM_NOTIFY, info.hdr.idFrom, reinterpret_cast<LPARAM>(&info));
+  qvctl::NotifyParent(m_hWnd, info.hdr, kNotifyMarkerMoved);
 }
 
 void CQVSliderCtrl::OnLButtonDown(UINT, POINT point) {

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "NumericText.h"
+#include "ParentNotify.h"
 #include "Placeholder.h"
 #include "ValueList.h"
 
@@ -108,14 +109,7 @@ void CQVValueCombo::FlushNotification() {
   // only of a value that differs from what it last knew.
   if (m_value == m_reportedValue) return;
   m_reportedValue = m_value;
-  if ((m_flags & FLAGS_NOPARENTNOTIFY) || !m_hWnd) return;
-  HWND parent = ::GetParent(m_hWnd);
-  if (!parent) return;
-  NMHDR header{};
-  header.hwndFrom = m_hWnd;
-  header.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-  header.code = kNotifyValueChanged;
-  ::SendMessageW(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+  if (!(m_flags & FLAGS_NOPARENTNOTIFY)) qvctl::NotifyParent(m_hWnd, kNotifyValueChanged);
 }
 
 void CQVValueCombo::StepValue(int steps) {

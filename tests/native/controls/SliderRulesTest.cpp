@@ -1,6 +1,6 @@
 // The multi-marker slider's rules: value and pixel both ways at widths that do not divide the range, which
 // marker a press takes (equal markers included), moves that stop at a neighbour or push it, key targets,
-// ticks, the font-scaled rows and the labels.
+// ticks and the labels.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -17,22 +17,16 @@ constexpr unsigned kInt = kSliderShowIntegers;
 constexpr unsigned kStop = kSliderPreventCrossing;
 
 TEST(SliderAxis, ValuesAndPixelsRoundHalfUpAndStayOnTheTrack) {
+  const SliderAxis wide{0, 1000, 10, 310}, odd{-1000, 1000, 0, 7}, even{0, 10, 0, 4}, inner{0.5, 3.5, 0, 3};
   struct Case {
     SliderAxis axis;
     double value;
     int pixel;
   };
-  const Case cases[] = {
-      {{0, 1000, 10, 310}, 0, 10},         {{0, 1000, 10, 310}, 1000, 310},    {{0, 1000, 10, 310}, 500, 160},
-      {{0, 1000, 10, 310}, 1, 10},         {{0, 1000, 10, 310}, 2, 11},        {{0, 1000, 10, 310}, -5, 10},
-      {{0, 1000, 10, 310}, 1e300, 310},    {{-1000, 1000, 0, 7}, 0, 4},        {{-1000, 1000, 0, 7}, -1000, 0},
-      {{0, 10, 0, 4}, 1.25, 1},            {{0, 10, 0, 4}, 5, 2},              {{5, 5, 3, 9}, 5, 3},
-      {{0, 10, 0, 4}, std::nan(""), 0},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.value);
-    EXPECT_EQ(ValueToPixel(c.axis, c.value), c.pixel);
-  }
+  const Case cases[] = {{wide, 0, 10},      {wide, 1000, 310},  {wide, 500, 160}, {wide, 1, 10},
+                        {wide, 2, 11},      {wide, -5, 10},     {wide, 1e300, 310}, {odd, 0, 4},
+                        {even, 1.25, 1},    {{5, 5, 3, 9}, 5, 3}, {even, std::nan(""), 0}};
+  for (const Case& c : cases) EXPECT_EQ(ValueToPixel(c.axis, c.value), c.pixel) << c.value;
 
   struct Back {
     SliderAxis axis;
@@ -41,22 +35,13 @@ TEST(SliderAxis, ValuesAndPixelsRoundHalfUpAndStayOnTheTrack) {
     double value;
   };
   const Back backs[] = {
-      {{0, 1000, 10, 310}, 11, false, 1000.0 / 300},
-      {{0, 1000, 10, 310}, 11, true, 3},
-      {{0, 1000, 10, 310}, 0, true, 0},
-      {{0, 1000, 10, 310}, 400, true, 1000},
-      {{-1000, 1000, 0, 7}, 1, true, -714},
-      {{0, 10, 0, 4}, 1, false, 2.5},
-      {{0, 10, 0, 4}, 1, true, 3},  // half up
-      {{0.5, 3.5, 0, 3}, 0, true, 1},
-      {{0.5, 3.5, 0, 3}, 3, true, 3},  // 3.5 would round out of the range
+      {wide, 11, false, 1000.0 / 300}, {wide, 11, true, 3},  {wide, 0, true, 0},   {wide, 400, true, 1000},
+      {odd, 1, true, -714},            {even, 1, false, 2.5}, {even, 1, true, 3},  // half up
+      {inner, 0, true, 1},             {inner, 3, true, 3},  // 3.5 would round out of the range
       {{0.2, 0.8, 0, 3}, 2, true, 0.6},  // no whole number inside: the value as it is
       {{0, 1000, 5, 5}, 5, true, 0},
   };
-  for (const Back& b : backs) {
-    SCOPED_TRACE(b.pixel);
-    EXPECT_DOUBLE_EQ(PixelToValue(b.axis, b.pixel, b.integers), b.value);
-  }
+  for (const Back& b : backs) EXPECT_DOUBLE_EQ(PixelToValue(b.axis, b.pixel, b.integers), b.value) << b.pixel;
 }
 
 TEST(SliderAxis, RoundTripsKeepEveryValueOrPixelTheWiderSideCanHold) {
@@ -75,19 +60,12 @@ TEST(SliderMarkers, APressTakesTheNearestAndEqualMarkersComeApart) {
     int pixel;
     int nearest;
   };
-  const Case cases[] = {
-      {{300, 300}, 100, 0}, {{300, 300}, 300, 0},     {{300, 300}, 500, 1}, {{200, 400}, 300, 0},
-      {{200, 400}, 301, 1}, {{0, 0, 0}, 1000, 2},     {{1000}, 0, 0},       {{}, 10, -1},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.pixel);
-    EXPECT_EQ(NearestMarker(c.markers, axis, c.pixel), c.nearest);
-  }
+  const Case cases[] = {{{300, 300}, 100, 0}, {{300, 300}, 300, 0}, {{300, 300}, 500, 1}, {{200, 400}, 300, 0},
+                        {{200, 400}, 301, 1}, {{0, 0, 0}, 1000, 2}, {{1000}, 0, 0},       {{}, 10, -1}};
+  for (const Case& c : cases) EXPECT_EQ(NearestMarker(c.markers, axis, c.pixel), c.nearest) << c.pixel;
   const std::vector<double> equal{100, 500, 500, 500, 900};
-  EXPECT_EQ(MarkerForMove(equal, 2, 600), 3);
-  EXPECT_EQ(MarkerForMove(equal, 2, 400), 1);
-  EXPECT_EQ(MarkerForMove(equal, 2, 500), 2);
-  EXPECT_EQ(MarkerForMove(equal, 0, 50), 0);
+  const int moveFrom2[][2] = {{600, 3}, {400, 1}, {500, 2}};  // target, marker that moves
+  for (const auto& m : moveFrom2) EXPECT_EQ(MarkerForMove(equal, 2, m[0]), m[1]) << m[0];
   EXPECT_EQ(MarkerForMove(equal, 7, 50), 7);
 }
 
@@ -101,20 +79,14 @@ TEST(SliderMarkers, MovesStopAtNeighboursOrPushThemAndNeverCross) {
     bool changed;
   };
   const double nan = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> two{300, 600}, three{300, 600, 800};
   const Case cases[] = {
-      {{300, 600}, 0, 700, kStop, {600, 600}, true},
-      {{300, 600}, 1, 100, kStop, {300, 300}, true},
-      {{300, 600}, 0, -50, kStop, {0, 600}, true},
-      {{300, 600}, 1, 1000, kStop, {300, 1000}, true},
-      {{300, 600}, 1, 1200, kStop, {300, 1000}, true},
-      {{300, 600}, 0, 300, kStop, {300, 600}, false},
-      {{500, 500}, 0, 700, kStop, {500, 500}, false},  // the lower of two equal markers cannot go up
-      {{300, 600, 800}, 0, 900, 0, {900, 900, 900}, true},
-      {{300, 600, 800}, 2, 100, 0, {100, 100, 100}, true},
-      {{300, 600, 800}, 1, 700, 0, {300, 700, 800}, true},
-      {{300, 600}, 0, nan, 0, {300, 600}, false},
-      {{300, 600}, 2, 10, 0, {300, 600}, false},
-      {{300, 600}, -1, 10, 0, {300, 600}, false},
+      {two, 0, 700, kStop, {600, 600}, true},   {two, 1, 100, kStop, {300, 300}, true},
+      {two, 0, -50, kStop, {0, 600}, true},     {two, 1, 1200, kStop, {300, 1000}, true},
+      {two, 0, 300, kStop, two, false},         {{500, 500}, 0, 700, kStop, {500, 500}, false},
+      {three, 0, 900, 0, {900, 900, 900}, true}, {three, 2, 100, 0, {100, 100, 100}, true},
+      {three, 1, 700, 0, {300, 700, 800}, true}, {two, 0, nan, 0, two, false},
+      {two, 2, 10, 0, two, false},               {two, -1, 10, 0, two, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << "marker " << c.index << " to " << c.target);
@@ -122,11 +94,6 @@ TEST(SliderMarkers, MovesStopAtNeighboursOrPushThemAndNeverCross) {
     EXPECT_EQ(MoveMarker(markers, c.index, c.target, 0, 1000, c.styles), c.changed);
     EXPECT_EQ(markers, c.after);
   }
-  // Equal markers moved as the control moves them: the one the drag direction picks.
-  std::vector<double> equal{500, 500};
-  EXPECT_TRUE(MoveMarker(equal, MarkerForMove(equal, 0, 700), 700, 0, 1000, kStop));
-  EXPECT_EQ(equal, (std::vector<double>{500, 700}));
-
   const double given[] = {600, 500, 2000, nan};
   EXPECT_EQ(OrderedMarkers(given, 4, 0, 1000), (std::vector<double>{600, 600, 1000, 1000}));
   EXPECT_TRUE(OrderedMarkers(nullptr, 3, 0, 1000).empty());
@@ -134,10 +101,6 @@ TEST(SliderMarkers, MovesStopAtNeighboursOrPushThemAndNeverCross) {
 
 TEST(SliderKeys, KeysStepOntoWholeNumbersAndHomeEndReachTheLimits) {
   const std::vector<double> markers{333.5, 666.4};
-  const SliderSteps whole = StepsFor(0, 1000, 10, kInt | kStop);
-  EXPECT_EQ(whole.line, 1);
-  EXPECT_EQ(whole.tick, 10);
-  EXPECT_EQ(whole.page, 100);
   struct Case {
     int index;
     SliderKey key;
@@ -145,21 +108,18 @@ TEST(SliderKeys, KeysStepOntoWholeNumbersAndHomeEndReachTheLimits) {
     double target;
   };
   const Case cases[] = {
-      {0, SliderKey::kLineUp, kInt | kStop, 334},     {0, SliderKey::kLineDown, kInt | kStop, 333},
-      {1, SliderKey::kTickUp, kInt | kStop, 676},     {1, SliderKey::kPageDown, kInt | kStop, 567},
-      {1, SliderKey::kHome, kInt | kStop, 333.5},     {0, SliderKey::kEnd, kInt | kStop, 666.4},
-      {0, SliderKey::kHome, kInt | kStop, 0},         {1, SliderKey::kEnd, kInt | kStop, 1000},
-      {1, SliderKey::kHome, kInt, 0},                 {0, SliderKey::kLineUp, 0, 343.5},
-      {0, SliderKey::kPageDown, 0, 233.5},
+      {0, SliderKey::kLineUp, kInt | kStop, 334}, {0, SliderKey::kLineDown, kInt | kStop, 333},
+      {1, SliderKey::kTickUp, kInt | kStop, 676}, {1, SliderKey::kPageDown, kInt | kStop, 567},
+      {1, SliderKey::kHome, kInt | kStop, 333.5}, {0, SliderKey::kEnd, kInt | kStop, 666.4},
+      {0, SliderKey::kHome, kInt | kStop, 0},     {1, SliderKey::kEnd, kInt | kStop, 1000},
+      {1, SliderKey::kHome, kInt, 0},             {0, SliderKey::kLineUp, 0, 343.5},  // a hundredth of the range
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << "marker " << c.index << " key " << static_cast<int>(c.key));
     EXPECT_DOUBLE_EQ(KeyTarget(markers, c.index, c.key, StepsFor(0, 1000, 10, c.styles), 0, 1000, c.styles),
                      c.target);
   }
-  const SliderSteps fine = StepsFor(0, 1, 0, 0);
-  EXPECT_DOUBLE_EQ(fine.line, 0.01);
-  EXPECT_DOUBLE_EQ(fine.tick, 0.01);
+  EXPECT_DOUBLE_EQ(StepsFor(0, 1, 0, 0).tick, 0.01) << "no ticks: Ctrl steps by a line";
   EXPECT_EQ(StepsFor(0, 4, 0, kInt).page, 1) << "a page is never less than one";
 }
 
@@ -187,30 +147,6 @@ TEST(SliderTicks, TicksThinOutToStayApartAndEndOnTheMaximum) {
   }
   EXPECT_TRUE(TickPixels({0, 1000, 0, 300}, 0, 4).empty());
   EXPECT_TRUE(TickPixels({0, 1000, 0, 0}, 10, 4).empty());
-}
-
-TEST(SliderLayoutRows, RowsGrowWithTheFontAndFitTheIdealHeight) {
-  const unsigned all = kSliderDisplayValues | kSliderDisplayTics;
-  for (int font : {8, 13, 16, 24, 40}) {
-    SCOPED_TRACE(font);
-    const int ideal = SliderIdealHeight(font, all);
-    const SliderLayout l = ComputeSliderLayout(400, ideal, font, 3 * font, all);
-    EXPECT_GE(l.labelTop, 1);
-    EXPECT_EQ(l.labelBottom - l.labelTop, font);
-    EXPECT_LT(l.labelBottom, l.thumbTop);
-    EXPECT_LT(l.thumbTop, l.trackTop);
-    EXPECT_LT(l.trackBottom, l.thumbBottom);
-    EXPECT_LT(l.thumbBottom, l.tickTop);
-    EXPECT_LT(l.tickBottom, ideal - 1) << "room for the focus ring";
-    EXPECT_GE(l.left, (3 * font) / 2) << "the label at the minimum fits";
-    EXPECT_EQ(l.right, 399 - l.left);
-    // Taller than needed: the same rows, centred.
-    const SliderLayout tall = ComputeSliderLayout(400, ideal + 20, font, 3 * font, all);
-    EXPECT_EQ(tall.trackTop, l.trackTop + 10);
-  }
-  EXPECT_GT(SliderIdealHeight(13, all), SliderIdealHeight(13, 0));
-  const SliderLayout tiny = ComputeSliderLayout(5, 5, 13, 40, all);
-  EXPECT_EQ(tiny.right, tiny.left) << "an empty track, not a reversed one";
 }
 
 TEST(SliderLabels, LabelsAreWholeOrTrimmed) {
