@@ -73,9 +73,6 @@ class SliderCtrlTest : public ::testing::Test {
 TEST_F(SliderCtrlTest, TakesOverTheTrackBarAndScalesWithItsFont) {
   HWND window = dialog.GetDlgItemHandle(IDC_CT_SLIDER);
   ASSERT_EQ(window, slider().m_hWnd);
-  wchar_t className[32] = {};
-  ::GetClassNameW(window, className, 32);
-  EXPECT_STREQ(className, L"QVSliderCtrl");
   EXPECT_EQ(slider().GetFont(), dialog.GetFont());
   RECT expected{10, 80, 230, 110};
   ::MapDialogRect(dialog.m_hWnd, &expected);
@@ -119,8 +116,6 @@ TEST_F(SliderCtrlTest, ADraggedMarkerStopsAtItsNeighbourAndEachChangeIsToldOnce)
   EXPECT_EQ(Markers(), (std::vector<double>{666, 666}));
   EXPECT_EQ(Moves(), 2);
   EXPECT_EQ(dialog.log.back(), L"notify 2006 4 0=666");
-  Mouse(WM_MOUSEMOVE, POINT{first.x, first.y});  // the button is up: not a drag
-  EXPECT_EQ(Moves(), 2);
 
   // Two equal markers come apart in the direction they are dragged.
   const POINT both = ThumbCentre(0);
@@ -133,12 +128,6 @@ TEST_F(SliderCtrlTest, ADraggedMarkerStopsAtItsNeighbourAndEachChangeIsToldOnce)
   EXPECT_EQ(Markers()[0], 500);
   EXPECT_GT(Markers()[1], 500);
   EXPECT_EQ(Moves(), 1);
-
-  // Without the crossing rule a marker pushes its neighbour along instead.
-  Init(kGrayStyles & ~CQVSliderCtrl::PREVENT_CROSSING);
-  Drag(ThumbCentre(0), Channel().right + 10);
-  EXPECT_EQ(Markers(), (std::vector<double>{1000, 1000}));
-  EXPECT_EQ(Moves(), 1);
 }
 
 TEST_F(SliderCtrlTest, AClickOnTheTrackMovesTheNearestMarkerOnlyWhenAllowed) {
@@ -148,11 +137,8 @@ TEST_F(SliderCtrlTest, AClickOnTheTrackMovesTheNearestMarkerOnlyWhenAllowed) {
     std::vector<double> after;
     int moves;
   };
-  const Case cases[] = {
-      {kGrayStyles, 1, {250, 666}, 1},
-      {kGrayStyles, 3, {333, 750}, 1},
-      {kGrayStyles & ~CQVSliderCtrl::ALLOW_SET_POS, 1, {333, 666}, 0},
-  };
+  const UINT fixed = kGrayStyles & ~CQVSliderCtrl::ALLOW_SET_POS;
+  const Case cases[] = {{kGrayStyles, 1, {250, 666}, 1}, {kGrayStyles, 3, {333, 750}, 1}, {fixed, 1, {333, 666}, 0}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.quarter);
     Init(c.styles);
