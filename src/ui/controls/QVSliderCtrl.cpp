@@ -250,7 +250,11 @@ void CQVSliderCtrl::OnKeyDown(UINT key, UINT, UINT) {
 }
 
 void CQVSliderCtrl::OnSetFocus(HWND) {
-  if (m_selected < 0 && !m_markers.empty()) m_selected = 0;
+  // Tabbing in starts at the first marker, Shift+Tab at the last, so the
+  // markers are walked in the order the user goes.
+  if (!m_markers.empty() && (m_selected < 0 || ::GetKeyState(VK_TAB) < 0)) {
+    m_selected = ::GetKeyState(VK_TAB) < 0 && ::GetKeyState(VK_SHIFT) < 0 ? GetMarkerCount() - 1 : 0;
+  }
   Invalidate(FALSE);
 }
 

@@ -8,12 +8,12 @@
  * Input. The mouse takes the nearest marker and drags it; with
  * ALLOW_SET_POS a press beside the markers first moves the nearest one
  * there. From the keyboard one marker is selected (drawn highlighted):
- * Up/Down and Tab/Shift+Tab choose another (Tab leaves the control after the
- * last marker, Shift+Tab before the first), Left/Right move it by one line,
- * Ctrl+Left/Right by the tick frequency, Page Up/Down by a tenth of the
- * range, Home/End to the farthest it may go. Markers never cross: with
- * PREVENT_CROSSING a marker stops at its neighbours, without it it pushes
- * them along.
+ * Up/Down and Tab/Shift+Tab choose another (Tab enters at the first marker
+ * and leaves after the last, Shift+Tab the other way round), Left/Right move
+ * it by one line, Ctrl+Left/Right by the tick frequency, Page Up/Down by a
+ * tenth of the range, Home/End to the farthest it may go. Markers never
+ * cross: with PREVENT_CROSSING a marker stops at its neighbours, without it
+ * it pushes them along.
  *
  * Every move the user makes sends WM_NOTIFY with code kNotifyMarkerMoved (4)
  * and an NMQVSLIDER naming the marker, once per move that changed a value;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -185,6 +186,16 @@ TEST_F(SliderCtrlTest, KeysMoveTheChosenMarkerAndTabWalksTheMarkersBeforeLeaving
   slider().PostMessage(WM_KEYDOWN, VK_TAB, 1);
   dialog.Pump();
   EXPECT_EQ(::GetFocus(), dialog.m_picker.m_hWnd);
+  // Coming back with Shift+Tab (the keys as a real keyboard leaves them) starts at the last marker.
+  slider().SetSelectedMarker(0);
+  BYTE keys[256], shiftTab[256];
+  ::GetKeyboardState(keys);
+  std::copy(keys, keys + 256, shiftTab);
+  shiftTab[VK_SHIFT] = shiftTab[VK_TAB] = 0x80;
+  ::SetKeyboardState(shiftTab);
+  slider().SetFocus();
+  ::SetKeyboardState(keys);
+  EXPECT_EQ(slider().GetSelectedMarker(), 1);
   EXPECT_EQ(Moves(), 6);
 }
 
