@@ -10,6 +10,7 @@
 
 #include "Clipboard.h"
 #include "NumericText.h"
+#include "ParentNotify.h"
 
 void CQVEditCtrl::SetValue(double value) {
   const std::wstring text = qvctl::FormatNumber(value);
@@ -85,11 +86,5 @@ void CQVEditCtrl::Commit() {
   const std::wstring text = GetWindowText();
   if (text == m_committedText) return;
   m_committedText = text;
-  HWND parent = ::GetParent(m_hWnd);
-  if (!parent) return;
-  NMHDR header{};
-  header.hwndFrom = m_hWnd;
-  header.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-  header.code = kNotifyCommit;
-  ::SendMessageW(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+  qvctl::NotifyParent(m_hWnd, kNotifyCommit);
 }

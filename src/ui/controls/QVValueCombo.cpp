@@ -12,6 +12,8 @@
 #include <string>
 
 #include "NumericText.h"
+#include "ParentNotify.h"
+#include "Placeholder.h"
 #include "ValueList.h"
 
 namespace {
@@ -107,14 +109,7 @@ void CQVValueCombo::FlushNotification() {
   // only of a value that differs from what it last knew.
   if (m_value == m_reportedValue) return;
   m_reportedValue = m_value;
-  if ((m_flags & FLAGS_NOPARENTNOTIFY) || !m_hWnd) return;
-  HWND parent = ::GetParent(m_hWnd);
-  if (!parent) return;
-  NMHDR header{};
-  header.hwndFrom = m_hWnd;
-  header.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID());
-  header.code = kNotifyValueChanged;
-  ::SendMessageW(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+  if (!(m_flags & FLAGS_NOPARENTNOTIFY)) qvctl::NotifyParent(m_hWnd, kNotifyValueChanged);
 }
 
 void CQVValueCombo::StepValue(int steps) {
@@ -236,24 +231,16 @@ BOOL CQVValueCombo::SubclassWindow(HWND window) {
 
 BOOL CQVValueCombo::SubclassDlgItem(UINT id, CWnd* parent) {
   if (!parent || !parent->m_hWnd || m_hWnd) return FALSE;
-  HWND placeholder = ::GetDlgItem(parent->m_hWnd, static_cast<int>(id));
-  if (!placeholder) return FALSE;
-  if (IsComboBoxClass(placeholder)) return SubclassWindow(placeholder);
+  qvctl::Placeholder placeholder;
+  if (!qvctl::FindPlaceholder(parent->m_hWnd, id, placeholder)) return FALSE;
+  if (IsComboBoxClass(placeholder.window)) return SubclassWindow(placeholder.window);
 
-  RECT rect{};
-  ::GetWindowRect(placeholder, &rect);
-  ::MapWindowPoints(nullptr, parent->m_hWnd, reinterpret_cast<POINT*>(&rect), 2);
+  RECT rect = placeholder.rect;
   rect.bottom += kDropDownHeight;
-  const LONG_PTR placeholderStyle = ::GetWindowLongPtrW(placeholder, GWL_STYLE);
-  DWORD style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL;
-  if (placeholderStyle & WS_VISIBLE) style |= WS_VISIBLE;
-  if (placeholderStyle & WS_DISABLED) style |= WS_DISABLED;
-  const HFONT font = reinterpret_cast<HFONT>(::SendMessageW(placeholder, WM_GETFONT, 0, 0));
+  const DWORD style =
+      WS_CHILD | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL | placeholder.visibleAndDisabled;
   if (!CreateEx(0, L"COMBOBOX", L"", style, rect, parent->m_hWnd, id)) return FALSE;
-  // Right after the placeholder in z-order is its place in the tab order.
-  ::SetWindowPos(m_hWnd, placeholder, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  if (font) SetFont(font, FALSE);
-  ::DestroyWindow(placeholder);
+  qvctl::ReplacePlaceholder(placeholder, m_hWnd);
   AttachInnerEdit();
   RebuildList();
   return TRUE;

@@ -32,20 +32,29 @@ void ControlsTestDialog::Pump() {
   }
 }
 
-int ControlsTestDialog::NotificationsFrom(int id) const {
-  const std::wstring entry = L"notify " + std::to_wstring(id) + L" 1";
-  return static_cast<int>(std::count(log.begin(), log.end(), entry));
+int ControlsTestDialog::NotificationsFrom(int id, UINT code) const {
+  const std::wstring entry = L"notify " + std::to_wstring(id) + L" " + std::to_wstring(code);
+  return static_cast<int>(std::count_if(log.begin(), log.end(), [&entry](const std::wstring& line) {
+    return line.compare(0, entry.size(), entry) == 0 && (line.size() == entry.size() || line[entry.size()] == L' ');
+  }));
 }
 
 void ControlsTestDialog::DoDataExchange(qvfw::CDataExchange* pDX) {
   qvfw::DDX_Control(pDX, IDC_CT_NUMBER, m_edit);
   qvfw::DDX_Control(pDX, IDC_CT_PLACEHOLDER, m_combo);
   qvfw::DDX_Control(pDX, IDC_CT_REALCOMBO, m_realCombo);
+  qvfw::DDX_Control(pDX, IDC_CT_SLIDER, m_slider);
+  qvfw::DDX_Control(pDX, IDC_CT_PICKER, m_picker);
 }
 
 BOOL ControlsTestDialog::OnNotify(WPARAM, LPARAM lParam, LRESULT*) {
   const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-  log.push_back(L"notify " + std::to_wstring(header->idFrom) + L" " + std::to_wstring(header->code));
+  std::wstring entry = L"notify " + std::to_wstring(header->idFrom) + L" " + std::to_wstring(header->code);
+  if (header->idFrom == IDC_CT_SLIDER && header->code == CQVSliderCtrl::kNotifyMarkerMoved) {
+    const auto* moved = reinterpret_cast<const NMQVSLIDER*>(lParam);
+    entry += L" " + std::to_wstring(moved->iMarker) + L"=" + std::to_wstring(static_cast<int>(moved->dValue));
+  }
+  log.push_back(entry);
   if (clampEdit && header->idFrom == IDC_CT_NUMBER && header->code == CQVEditCtrl::kNotifyCommit) {
     const double value = m_edit.GetValue();
     if (value > 1000) m_edit.SetValue(1000);

@@ -1,7 +1,8 @@
 /*
  * The modeless dialog the control tests drive: it binds the controls under
- * test, records every WM_NOTIFY and command it receives in order, and can
- * clamp the edit box's value on its commit notification as the dialogs do.
+ * test, records every WM_NOTIFY and command it receives in order (with the
+ * marker and value of a slider's), and can clamp the edit box's value on its
+ * commit notification as the dialogs do.
  */
 #pragma once
 
@@ -13,7 +14,9 @@
 
 #include "ControlsTestIds.h"
 #include "Dialog.h"
+#include "QVColorPickerCtrl.h"
 #include "QVEditCtrl.h"
+#include "QVSliderCtrl.h"
 #include "QVValueCombo.h"
 
 class ControlsTestDialog : public qvfw::CDialog {
@@ -25,6 +28,8 @@ class ControlsTestDialog : public qvfw::CDialog {
   CQVEditCtrl m_edit;
   CQVValueCombo m_combo;
   CQVValueCombo m_realCombo;
+  CQVSliderCtrl m_slider;
+  CQVColorPickerCtrl m_picker;
 
   std::vector<std::wstring> log;
   bool clampEdit = false;
@@ -35,7 +40,7 @@ class ControlsTestDialog : public qvfw::CDialog {
   HWND ComboEdit() const;
   // Dispatches queued messages, through the dialog manager as a host's loop does.
   void Pump();
-  int NotificationsFrom(int id) const;
+  int NotificationsFrom(int id, UINT code = 1) const;
 
  protected:
   void DoDataExchange(qvfw::CDataExchange* pDX) override;
