@@ -24,6 +24,13 @@
  * and 48/64-bit color are processed at full 16-bit precision; 5-6-5 color goes
  * through its three channels as 8-bit values; alpha is never changed. Signed
  * gray samples (QV_BMF_SIGNED) are accepted only where a function says so.
+ * Signed 12-bit gray holds -2048..2047 in sign-extended 16-bit words, signed
+ * 16-bit gray -32768..32767; where a function takes signed gray without a rule
+ * of its own, it works on the level v - min of each sample over 0..max (min
+ * -2048 or -32768, max 4095 or 65535) and stores the result back as level +
+ * min, so its formula runs over the signed range: the range's ends stay its
+ * ends and its middle (level (max + 1) / 2) is the value 0. A signed 12-bit
+ * word outside -2048..2047 is left as it is.
  * With a region set, pixels outside it stay byte for byte unchanged.
  *
  * "max" below is the largest sample value of the format: 255 for indexed,
@@ -101,7 +108,8 @@ QV_BEGIN_C
 /*
  * Brightness. nChange -1000..1000 in tenths of a percent, per channel:
  * n >= 0: v + (max - v) * n / 1000; n < 0: v * (1000 + n) / 1000.
- * +1000 gives white, -1000 black. Every format but signed gray.
+ * +1000 gives white, -1000 black. Every format; signed gray moves towards the
+ * range's maximum (32767, 2047) and minimum (-32768, -2048).
  */
 int Q_ChangeBitmapIntensity(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
@@ -109,7 +117,8 @@ int Q_ChangeBitmapIntensity(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFl
  * Contrast about the middle m = (max + 1) / 2. nChange -1000..1000:
  * n >= 0: m + (v - m) * 1000 / (1000 - n), clamped (1000: a threshold at m);
  * n < 0: m + (v - m) * (1000 + n) / 1000 (-1000: flat gray m).
- * Every format but signed gray.
+ * Every format; on signed gray the middle is 0, so 1000 is a threshold at 0
+ * (0 and above become the maximum, negatives the minimum) and -1000 gives 0.
  */
 int Q_ChangeBitmapContrast(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
@@ -132,19 +141,27 @@ int Q_ChangeBitmapSaturation(BITMAPHANDLE* pBitmap, int nChange, unsigned int uF
  * image, or of the region when one is set, instead of the middle value. The
  * intensity is the gray value, or the luminance
  * (299 R + 587 G + 114 B) / 1000 of a color pixel; the median is the lower
- * median. Every format but signed gray.
+ * median. Every format; on signed gray the median is a signed value and the
+ * curve runs over the signed range.
  */
 int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
 /*
  * Each channel to the nearest of uLevels (2..64) evenly spaced values over
- * 0..max: level k = round(k * max / (uLevels - 1)). Every format but signed gray.
+ * 0..max: level k = round(k * max / (uLevels - 1)). Every format; on signed
+ * gray the levels span the signed range, min + round(k * max / (uLevels - 1)),
+ * so the first is -32768 (-2048), the last 32767 (2047), and with an odd
+ * count the middle one is 0.
  */
 int Q_PosterizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uLevels, unsigned int uFlags);
 
 /*
- * Each channel value v >= uThreshold (0..max) becomes max - v. Every format
- * but signed gray.
+ * Each channel value v >= uThreshold (0..max) becomes max - v. Every format.
+ * On signed gray uThreshold counts from the range's minimum (the solarize
+ * dialog offers 0..4095 or 0..65535 on a signed 12/16-bit image): a sample
+ * v >= min + uThreshold becomes -1 - v, its mirror about the range's middle
+ * (maximum and minimum swap, 0 becomes -1). uThreshold 0 inverts every sample,
+ * max only the range's maximum.
  */
 int Q_SolarizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uThreshold, unsigned int uFlags);
 
