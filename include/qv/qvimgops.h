@@ -73,6 +73,12 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 #define QV_CHANNEL_GREEN 0x010u
 #define QV_CHANNEL_BLUE 0x100u
 
+/* Q_LocalHistoEqualizeBitmap uColorSpace values, and its largest smoothing */
+#define QV_LHE_RGB 1u   /* red, green and blue each by its own histogram */
+#define QV_LHE_YUV 2u   /* the luminance Y; U and V kept */
+#define QV_LHE_GRAY 4u  /* the luminance, written to every channel */
+#define QV_LHE_MAX_SMOOTH 9u
+
 /* Q_RemapBitmapIntensity uChannel values */
 #define QV_REMAP_ALL 0u
 #define QV_REMAP_RED 1u
@@ -193,6 +199,41 @@ int Q_GammaCorrectBitmapSigned(BITMAPHANDLE* pBitmap, unsigned int uGamma, unsig
  */
 int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh, COLORREF crIn,
                             COLORREF crOut, unsigned int uChannel, unsigned int uFlags);
+
+/*
+ * Local histogram equalization. The image (or the region's bounding
+ * rectangle) is cut into tiles of nWidth x nHeight from its top-left corner,
+ * the last row and column of tiles taking what is left. Each tile's pixels are
+ * mapped by the histogram of its window: the tile grown by nXExt pixels left
+ * and right and nYExt up and down, clipped to the image (or the bounding
+ * rectangle). With a region only the region's pixels are counted and changed.
+ * A window of N samples maps v to max * (2 below(v) + count(v)) / (2 N),
+ * rounded: the middle of v's rank, so order is kept and a flat window maps to
+ * the middle level; a window with no sample of the region leaves values as
+ * they are. 12-bit samples use 4096 bins; 16-bit samples (16-bit gray, 48,
+ * 64) use 4096 bins of 16 values: the mapping is taken at the bin edges,
+ * E_k = max * below(bin k) / N rounded, and v = 16 k + f maps to
+ * E_k + (E_k+1 - E_k) * (2 f + 1) / 32 rounded, keeping 16-bit output.
+ * uSmooth (0..QV_LHE_MAX_SMOOTH) blends tiles near their seams: a pixel at x
+ * stands for the span [x + 1/2 - s, x + 1/2 + s], each tile weighs by the
+ * share of that span it covers (the outer tiles reach on past the image's
+ * edges), likewise across rows, and the weighted mean of the tiles' rounded
+ * mappings is rounded again; within s of a seam the mapping thus ramps
+ * linearly from one tile to the next.
+ * uColorSpace: QV_LHE_RGB each of red, green and blue by its own histogram;
+ * QV_LHE_YUV the luminance Y (as in Q_HistoContrastBitmap) with U and V kept,
+ * i.e. each channel moves by Y' - Y, clamped; QV_LHE_GRAY the luminance,
+ * written to all three channels. Gray images have one channel, equalized in
+ * every colour space; signed gray is equalized on its levels. Indexed images
+ * are read through their palette and each pixel becomes the nearest palette
+ * entry (the palette stays); with a region they are refused like everywhere
+ * here. nWidth, nHeight < 1, nXExt, nYExt < 0, another uColorSpace or uSmooth
+ * above QV_LHE_MAX_SMOOTH give QV_ERROR_INVALID_PARAMETER; tiles so small
+ * against a wide 16-bit image that the work tables would pass 1 GiB give
+ * QV_ERROR_NO_MEMORY. Every format.
+ */
+int Q_LocalHistoEqualizeBitmap(BITMAPHANDLE* pBitmap, int nWidth, int nHeight, int nXExt, int nYExt,
+                               unsigned int uColorSpace, unsigned int uSmooth, unsigned int uFlags);
 
 /*
  * Every channel becomes (R * nRed + G * nGreen + B * nBlue) / 1000; the weights

@@ -68,6 +68,9 @@ const std::vector<Op>& Ops() {
          return Q_RemapBitmapHue(b, nullptr, nullptr, nullptr, v.data(), static_cast<unsigned>(v.size()), f);
        },
        true, false},
+      {"local histo",
+       [](BITMAPHANDLE* b, unsigned f) { return Q_LocalHistoEqualizeBitmap(b, 6, 5, 2, 2, QV_LHE_RGB, 2, f); }, true,
+       true},
   };
   return ops;
 }
