@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -39,6 +40,24 @@ enum class Mode { kGray, kEach, kLuma, kLumaToGray };
 // Work memory above which a call is refused with QV_ERROR_NO_MEMORY rather than attempted (tiny tiles of
 // 16-bit color over a wide image would ask for gigabytes of strip histograms).
 constexpr uint64_t kMaxWorkBytes = uint64_t{1} << 30;
+
+// num / den rounded half up for one den and many num >= 0: a floating-point reciprocal gives the quotient to
+// within one, and an integer test settles it, so small tiles do not pay a 64-bit division per bin.
+class RoundingDivider {
+ public:
+  explicit RoundingDivider(int64_t den) : m_den2(2 * den), m_inv(1.0 / static_cast<double>(2 * den)) {}
+  int64_t operator()(int64_t num) const {
+    const int64_t twice = 2 * num + m_den2 / 2;
+    int64_t q = static_cast<int64_t>(static_cast<double>(twice) * m_inv);
+    while (q > 0 && q * m_den2 > twice) --q;
+    while ((q + 1) * m_den2 <= twice) ++q;
+    return q;
+  }
+
+ private:
+  int64_t m_den2;
+  double m_inv;
+};
 
 template <bool kBinned>
 inline uint32_t Eval(const uint16_t* table, uint32_t v) {
@@ -71,7 +90,8 @@ class Equalizer {
 
   int Run() {
     if (WorkBytes() > kMaxWorkBytes) return QV_ERROR_NO_MEMORY;
-    m_keys.resize(static_cast<size_t>(m_channels) * m_x.Length() * m_y.Length());
+    // Left uninitialized: every key is written before it is read, and zeroing would cost a pass of its own.
+    m_keys.reset(new uint16_t[static_cast<size_t>(m_channels) * m_x.Length() * m_y.Length()]);
     m_leadIndex.resize(m_x.Length());
     m_trailIndex.resize(m_x.Length());
     for (int x = 0; x < m_x.Length(); ++x) {
@@ -117,7 +137,7 @@ class Equalizer {
   }
 
   uint16_t* KeyRow(int c, int y) {
-    return m_keys.data() + (static_cast<size_t>(c) * m_y.Length() + y) * m_x.Length();
+    return m_keys.get() + (static_cast<size_t>(c) * m_y.Length() + y) * m_x.Length();
   }
 
   // The histogram key of every sample of the area: its value, or bin for 16-bit samples.
@@ -167,7 +187,10 @@ class Equalizer {
   // Slides the strips' rows to tile row j's window.
   void MoveWindowTo(Band& band, int j) {
     const int begin = m_y.WindowBegin(j), end = m_y.WindowEnd(j);
-    if (band.rowsBegin == band.rowsEnd) {
+    if (band.rowsBegin == band.rowsEnd || begin >= band.rowsEnd) {
+      // Nothing shared with the previous window (no vertical extension): clearing beats removing each row.
+      std::fill(band.lead.begin(), band.lead.end(), 0u);
+      std::fill(band.trail.begin(), band.trail.end(), 0u);
       AddRows(band, begin, end, 1);
     } else {
       AddRows(band, std::max(band.rowsEnd, begin), end, 1);
@@ -187,29 +210,13 @@ class Equalizer {
       return;
     }
     const int64_t max = m_max;
-    uint64_t below = 0;
-    // Runs of empty bins share one value, so a sparse histogram costs few divisions.
-    int64_t last = -1;
-    uint16_t lastValue = 0;
+    // Binned: E_k = max below / n; otherwise max (2 below + count) / (2 n).
+    const RoundingDivider divide(m_binned ? static_cast<int64_t>(n) : 2 * static_cast<int64_t>(n));
+    const int64_t scale = m_binned ? max : 2 * max;
+    int64_t below = 0;
     for (int v = 0; v < m_entries; ++v) {
-      const uint32_t count = v < m_bins ? static_cast<uint32_t>(hist[v]) : 0;
-      if (m_binned) {
-        if (static_cast<int64_t>(below) != last) {
-          last = static_cast<int64_t>(below);
-          lastValue = static_cast<uint16_t>(RoundDiv(max * static_cast<int64_t>(below), static_cast<int64_t>(n)));
-        }
-        table[v] = lastValue;
-      } else if (count == 0) {
-        if (static_cast<int64_t>(below) != last) {
-          last = static_cast<int64_t>(below);
-          lastValue = static_cast<uint16_t>(RoundDiv(max * 2 * static_cast<int64_t>(below), 2 * static_cast<int64_t>(n)));
-        }
-        table[v] = lastValue;
-      } else {
-        table[v] = static_cast<uint16_t>(
-            RoundDiv(max * static_cast<int64_t>(2 * below + count), 2 * static_cast<int64_t>(n)));
-        last = -1;
-      }
+      const int64_t count = v < m_bins ? static_cast<uint32_t>(hist[v]) : 0;
+      table[v] = static_cast<uint16_t>(divide(m_binned ? max * below : scale * below + max * count));
       below += count;
     }
   }
@@ -259,13 +266,20 @@ class Equalizer {
     const TileAxis::Weight* rb = m_y.WeightsBegin(y);
     const TileAxis::Weight* re = m_y.WeightsEnd(y);
     const uint64_t den = static_cast<uint64_t>(m_y.Denominator()) * m_x.Denominator();
-    for (int i = 0; i < n; ++i) {
+    for (int i = 0; i < n;) {
       const int x = x0 + i;
       const TileAxis::Weight* cb = m_x.WeightsBegin(x);
       const TileAxis::Weight* ce = m_x.WeightsEnd(x);
       if (re - rb == 1 && ce - cb == 1) {
-        for (int c = 0; c < m_channels; ++c)
-          out[c][i] = static_cast<uint16_t>(Eval<kBinned>(Table(band, rb->tile, cb->tile, c), v[c][i]));
+        // Inside one tile on both axes: a plain table pass up to the next blended column.
+        const int end = std::min(n, m_x.SingleRunEnd(x) - x0);
+        for (int c = 0; c < m_channels; ++c) {
+          const uint16_t* t = Table(band, rb->tile, cb->tile, c);
+          const uint16_t* in = v[c];
+          uint16_t* o = out[c];
+          for (int k = i; k < end; ++k) o[k] = static_cast<uint16_t>(Eval<kBinned>(t, in[k]));
+        }
+        i = end;
         continue;
       }
       uint64_t acc[3] = {0, 0, 0};
@@ -275,6 +289,7 @@ class Equalizer {
           for (int c = 0; c < m_channels; ++c) acc[c] += w * Eval<kBinned>(Table(band, r->tile, col->tile, c), v[c][i]);
         }
       for (int c = 0; c < m_channels; ++c) out[c][i] = static_cast<uint16_t>((acc[c] + den / 2) / den);
+      ++i;
     }
   }
 
@@ -360,7 +375,7 @@ class Equalizer {
   bool m_binned = false;
   int m_bins = 256;
   int m_entries = 256;
-  std::vector<uint16_t> m_keys;
+  std::unique_ptr<uint16_t[]> m_keys;
   std::vector<int> m_leadIndex;
   std::vector<int> m_trailIndex;
   std::atomic<bool> m_failed{false};

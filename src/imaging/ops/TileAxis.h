@@ -62,6 +62,8 @@ class TileAxis {
   int Denominator() const { return m_smooth > 0 ? 4 * m_smooth : 1; }
   const Weight* WeightsBegin(int x) const { return m_weights.data() + m_first[x]; }
   const Weight* WeightsEnd(int x) const { return m_weights.data() + m_first[x + 1]; }
+  // For a position with one tile: one past the last following position with that tile alone.
+  int SingleRunEnd(int x) const { return m_runEnd[x]; }
 
  private:
   static int FloorDiv(int a, int b) { return a >= 0 ? a / b : -((-a + b - 1) / b); }
@@ -85,6 +87,13 @@ class TileAxis {
       }
     }
     m_first[m_length] = static_cast<int>(m_weights.size());
+    m_runEnd.assign(static_cast<size_t>(m_length), 0);
+    for (int x = m_length - 1; x >= 0; --x) {
+      const bool single = m_first[x + 1] - m_first[x] == 1;
+      const bool continues = x + 1 < m_length && m_first[x + 2] - m_first[x + 1] == 1 &&
+                             m_weights[m_first[x + 1]].tile == m_weights[m_first[x]].tile;
+      m_runEnd[x] = single && continues ? m_runEnd[x + 1] : x + 1;
+    }
   }
 
   int m_length;
@@ -98,6 +107,7 @@ class TileAxis {
   int m_trailMax = 0;
   std::vector<int> m_first;
   std::vector<Weight> m_weights;
+  std::vector<int> m_runEnd;
 };
 
 }  // namespace ops
