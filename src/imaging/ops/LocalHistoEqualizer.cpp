@@ -77,7 +77,7 @@ class Equalizer {
         m_top(m_spans.Top()),
         m_x(m_spans.Right() - m_spans.Left(), p.width, p.xExt, static_cast<int>(p.smooth)),
         m_y(m_spans.Bottom() - m_spans.Top(), p.height, p.yExt, static_cast<int>(p.smooth)) {
-    m_mode = f.IsGray() ? Mode::kGray
+    m_mode = f.IsGray()                   ? Mode::kGray
              : p.colorSpace == QV_LHE_RGB ? Mode::kEach
              : p.colorSpace == QV_LHE_YUV ? Mode::kLuma
                                           : Mode::kLumaToGray;
@@ -136,9 +136,7 @@ class Equalizer {
     return uint64_t(m_channels) * m_x.Length() * m_y.Length() * 2 + threads * band;
   }
 
-  uint16_t* KeyRow(int c, int y) {
-    return m_keys.get() + (static_cast<size_t>(c) * m_y.Length() + y) * m_x.Length();
-  }
+  uint16_t* KeyRow(int c, int y) { return m_keys.get() + (static_cast<size_t>(c) * m_y.Length() + y) * m_x.Length(); }
 
   // The histogram key of every sample of the area: its value, or bin for 16-bit samples.
   void BuildKeys(int y0, int y1) {
@@ -206,7 +204,8 @@ class Equalizer {
     uint64_t n = 0;
     for (int v = 0; v < m_bins; ++v) n += static_cast<uint32_t>(hist[v]);
     if (n == 0) {  // no pixel of the region in the window: values stay
-      for (int v = 0; v < m_entries; ++v) table[v] = static_cast<uint16_t>(std::min<uint32_t>(v << (m_binned ? 4 : 0), m_max));
+      for (int v = 0; v < m_entries; ++v)
+        table[v] = static_cast<uint16_t>(std::min<uint32_t>(v << (m_binned ? 4 : 0), m_max));
       return;
     }
     const int64_t max = m_max;
@@ -241,7 +240,8 @@ class Equalizer {
         if (i - 1 >= m_x.TrailMin() && i - 1 <= m_x.TrailMax()) Accumulate(w, band.trail, i - 1 - m_x.TrailMin(), -1);
       }
       for (int c = 0; c < m_channels; ++c)
-        BuildTable(w.data() + static_cast<size_t>(c) * m_bins, out + (static_cast<size_t>(i) * m_channels + c) * m_entries);
+        BuildTable(w.data() + static_cast<size_t>(c) * m_bins,
+                   out + (static_cast<size_t>(i) * m_channels + c) * m_entries);
     }
   }
 
@@ -316,7 +316,9 @@ class Equalizer {
         }
         for (int i = 0; i < count; ++i) {
           switch (m_mode) {
-            case Mode::kGray: c[0][i] = mapped[0][i]; break;
+            case Mode::kGray:
+              c[0][i] = mapped[0][i];
+              break;
             case Mode::kEach:
               for (int k = 0; k < 3; ++k) c[k][i] = mapped[k][i];
               break;
