@@ -24,6 +24,13 @@
  * and 48/64-bit color are processed at full 16-bit precision; 5-6-5 color goes
  * through its three channels as 8-bit values; alpha is never changed. Signed
  * gray samples (QV_BMF_SIGNED) are accepted only where a function says so.
+ * Signed 12-bit gray holds -2048..2047 in sign-extended 16-bit words, signed
+ * 16-bit gray -32768..32767; where a function takes signed gray without a rule
+ * of its own, it works on the level v - min of each sample over 0..max (min
+ * -2048 or -32768, max 4095 or 65535) and stores the result back as level +
+ * min, so its formula runs over the signed range: the range's ends stay its
+ * ends and its middle (level (max + 1) / 2) is the value 0. A signed 12-bit
+ * word outside -2048..2047 is left as it is.
  * With a region set, pixels outside it stay byte for byte unchanged.
  *
  * "max" below is the largest sample value of the format: 255 for indexed,
@@ -66,6 +73,12 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 #define QV_CHANNEL_GREEN 0x010u
 #define QV_CHANNEL_BLUE 0x100u
 
+/* Q_LocalHistoEqualizeBitmap uColorSpace values, and its largest smoothing */
+#define QV_LHE_RGB 1u   /* red, green and blue each by its own histogram */
+#define QV_LHE_YUV 2u   /* the luminance Y; U and V kept */
+#define QV_LHE_GRAY 4u  /* the luminance, written to every channel */
+#define QV_LHE_MAX_SMOOTH 9u
+
 /* Q_RemapBitmapIntensity uChannel values */
 #define QV_REMAP_ALL 0u
 #define QV_REMAP_RED 1u
@@ -101,7 +114,8 @@ QV_BEGIN_C
 /*
  * Brightness. nChange -1000..1000 in tenths of a percent, per channel:
  * n >= 0: v + (max - v) * n / 1000; n < 0: v * (1000 + n) / 1000.
- * +1000 gives white, -1000 black. Every format but signed gray.
+ * +1000 gives white, -1000 black. Every format; signed gray moves towards the
+ * range's maximum (32767, 2047) and minimum (-32768, -2048).
  */
 int Q_ChangeBitmapIntensity(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
@@ -109,7 +123,8 @@ int Q_ChangeBitmapIntensity(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFl
  * Contrast about the middle m = (max + 1) / 2. nChange -1000..1000:
  * n >= 0: m + (v - m) * 1000 / (1000 - n), clamped (1000: a threshold at m);
  * n < 0: m + (v - m) * (1000 + n) / 1000 (-1000: flat gray m).
- * Every format but signed gray.
+ * Every format; on signed gray the middle is 0, so 1000 is a threshold at 0
+ * (0 and above become the maximum, negatives the minimum) and -1000 gives 0.
  */
 int Q_ChangeBitmapContrast(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
@@ -132,19 +147,27 @@ int Q_ChangeBitmapSaturation(BITMAPHANDLE* pBitmap, int nChange, unsigned int uF
  * image, or of the region when one is set, instead of the middle value. The
  * intensity is the gray value, or the luminance
  * (299 R + 587 G + 114 B) / 1000 of a color pixel; the median is the lower
- * median. Every format but signed gray.
+ * median. Every format; on signed gray the median is a signed value and the
+ * curve runs over the signed range.
  */
 int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
 /*
  * Each channel to the nearest of uLevels (2..64) evenly spaced values over
- * 0..max: level k = round(k * max / (uLevels - 1)). Every format but signed gray.
+ * 0..max: level k = round(k * max / (uLevels - 1)). Every format; on signed
+ * gray the levels span the signed range, min + round(k * max / (uLevels - 1)),
+ * so the first is -32768 (-2048), the last 32767 (2047), and with an odd
+ * count the middle one is 0.
  */
 int Q_PosterizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uLevels, unsigned int uFlags);
 
 /*
- * Each channel value v >= uThreshold (0..max) becomes max - v. Every format
- * but signed gray.
+ * Each channel value v >= uThreshold (0..max) becomes max - v. Every format.
+ * On signed gray uThreshold counts from the range's minimum (the solarize
+ * dialog offers 0..4095 or 0..65535 on a signed 12/16-bit image): a sample
+ * v >= min + uThreshold becomes -1 - v, its mirror about the range's middle
+ * (maximum and minimum swap, 0 becomes -1). uThreshold 0 inverts every sample,
+ * max only the range's maximum.
  */
 int Q_SolarizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uThreshold, unsigned int uFlags);
 
@@ -176,6 +199,41 @@ int Q_GammaCorrectBitmapSigned(BITMAPHANDLE* pBitmap, unsigned int uGamma, unsig
  */
 int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh, COLORREF crIn,
                             COLORREF crOut, unsigned int uChannel, unsigned int uFlags);
+
+/*
+ * Local histogram equalization. The image (or the region's bounding
+ * rectangle) is cut into tiles of nWidth x nHeight from its top-left corner,
+ * the last row and column of tiles taking what is left. Each tile's pixels are
+ * mapped by the histogram of its window: the tile grown by nXExt pixels left
+ * and right and nYExt up and down, clipped to the image (or the bounding
+ * rectangle). With a region only the region's pixels are counted and changed.
+ * A window of N samples maps v to max * (2 below(v) + count(v)) / (2 N),
+ * rounded: the middle of v's rank, so order is kept and a flat window maps to
+ * the middle level; a window with no sample of the region leaves values as
+ * they are. 12-bit samples use 4096 bins; 16-bit samples (16-bit gray, 48,
+ * 64) use 4096 bins of 16 values: the mapping is taken at the bin edges,
+ * E_k = max * below(bin k) / N rounded, and v = 16 k + f maps to
+ * E_k + (E_k+1 - E_k) * (2 f + 1) / 32 rounded, keeping 16-bit output.
+ * uSmooth (0..QV_LHE_MAX_SMOOTH) blends tiles near their seams: a pixel at x
+ * stands for the span [x + 1/2 - s, x + 1/2 + s], each tile weighs by the
+ * share of that span it covers (the outer tiles reach on past the image's
+ * edges), likewise across rows, and the weighted mean of the tiles' rounded
+ * mappings is rounded again; within s of a seam the mapping thus ramps
+ * linearly from one tile to the next.
+ * uColorSpace: QV_LHE_RGB each of red, green and blue by its own histogram;
+ * QV_LHE_YUV the luminance Y (as in Q_HistoContrastBitmap) with U and V kept,
+ * i.e. each channel moves by Y' - Y, clamped; QV_LHE_GRAY the luminance,
+ * written to all three channels. Gray images have one channel, equalized in
+ * every colour space; signed gray is equalized on its levels. Indexed images
+ * are read through their palette and each pixel becomes the nearest palette
+ * entry (the palette stays); with a region they are refused like everywhere
+ * here. nWidth, nHeight < 1, nXExt, nYExt < 0, another uColorSpace or uSmooth
+ * above QV_LHE_MAX_SMOOTH give QV_ERROR_INVALID_PARAMETER; tiles so small
+ * against a wide 16-bit image that the work tables would pass 1 GiB give
+ * QV_ERROR_NO_MEMORY. Every format.
+ */
+int Q_LocalHistoEqualizeBitmap(BITMAPHANDLE* pBitmap, int nWidth, int nHeight, int nXExt, int nYExt,
+                               unsigned int uColorSpace, unsigned int uSmooth, unsigned int uFlags);
 
 /*
  * Every channel becomes (R * nRed + G * nGreen + B * nBlue) / 1000; the weights

@@ -16,6 +16,8 @@ class RegionSpans {
   explicit RegionSpans(const BITMAPHANDLE& b);
   int Top() const { return m_top; }        // first row to visit
   int Bottom() const { return m_bottom; }  // one past the last row
+  int Left() const { return m_left; }      // first column of the bounding rectangle
+  int Right() const { return m_right; }    // one past its last column
   bool HasRegion() const { return m_hasRegion; }
   // Calls f(x0, x1) for each run [x0, x1) of pixels inside the region on row y (once with [0, width) when
   // there is no region). Cheap enough to call per row from worker threads (const, no allocation).

@@ -1,5 +1,5 @@
 // Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
-// one lookup table per call.
+// one lookup table per call. Signed gray moves towards its range's maximum or minimum.
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 
@@ -7,7 +7,7 @@ namespace qv {
 namespace ops {
 namespace {
 
-constexpr FormatSet kFormats = kAllUnsigned;
+constexpr FormatSet kFormats = kAllFormats;
 
 class IntensityCurve : public ChannelMap {
  public:

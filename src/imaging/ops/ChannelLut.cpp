@@ -40,6 +40,23 @@ std::vector<uint16_t> Build16(const ChannelMap& map, int channel, uint32_t max) 
   return t;
 }
 
+// A table indexed by the stored word of a signed gray image: the map sees the sample's level (see GrayLevel)
+// and its result goes back to a signed word. Words outside a 12-bit image's range keep their value.
+std::vector<uint16_t> BuildSigned16(const ChannelMap& map, const PixelFormat& f) {
+  std::vector<uint16_t> t(65536);
+  const int32_t offset = static_cast<int32_t>(SignedOffset(f));
+  for (uint32_t w = 0; w < 65536; ++w) {
+    const int32_t level = static_cast<int16_t>(w) + offset;
+    if (level < 0 || static_cast<uint32_t>(level) > f.maxValue) {
+      t[w] = static_cast<uint16_t>(w);
+      continue;
+    }
+    const uint32_t r = map.Value(kGray, static_cast<uint32_t>(level), f.maxValue);
+    t[w] = GrayWord(f, r > f.maxValue ? f.maxValue : r);
+  }
+  return t;
+}
+
 // One table over a run of bytes (gray, or 24-bit color whose channels share a curve).
 void SpanFlat(uint8_t* p, size_t n, const uint8_t* t) {
   size_t i = 0;
@@ -202,7 +219,7 @@ int ApplyChannelMap(BITMAPHANDLE& b, const PixelFormat& f, const ChannelMap& map
         SpanFlatBest<false>(row + x0, static_cast<size_t>(x1 - x0), t.data());
       });
     }
-    const std::vector<uint16_t> t = Build16(map, kGray, f.maxValue);
+    const std::vector<uint16_t> t = f.isSigned ? BuildSigned16(map, f) : Build16(map, kGray, f.maxValue);
     return RunSpans(b, [&](uint8_t* row, int x0, int x1) {
       Span16<1>(row, x0, x1, t.data(), nullptr, nullptr);
     });

@@ -49,8 +49,7 @@ int ApplySignedGamma(BITMAPHANDLE& b, const PixelFormat& f, unsigned int gamma) 
 
 extern "C" int Q_GammaCorrectBitmapSigned(BITMAPHANDLE* pBitmap, unsigned int uGamma, unsigned int uFlags) {
   using namespace qv::ops;
-  static constexpr FormatSet kFormats{true, true, true, true, true, true};
-  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
+  return RunOperation(pBitmap, uFlags, 0, kAllFormats, [&](const qv::PixelFormat& f) {
     if (!IsGammaInRange(uGamma)) return QV_ERROR_INVALID_PARAMETER;
     if (f.isSigned) return ApplySignedGamma(*pBitmap, f, uGamma);
     return ApplyChannelMap(*pBitmap, f, GammaCurve(uGamma, uGamma, uGamma));

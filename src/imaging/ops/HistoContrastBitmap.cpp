@@ -27,10 +27,7 @@ class IntensityReader {
     switch (m_f.kind) {
       case PixelKind::Gray8: return row[x];
       case PixelKind::Gray12:
-      case PixelKind::Gray16: {
-        const uint32_t v = Load16(row + 2 * static_cast<size_t>(x));
-        return v > m_f.maxValue ? m_f.maxValue : v;
-      }
+      case PixelKind::Gray16: return GrayLevel(m_f, Load16(row + 2 * static_cast<size_t>(x)));
       case PixelKind::Rgb565: {
         const uint16_t w = Load16(row + 2 * static_cast<size_t>(x));
         const uint32_t lo = Expand5(w & 31), g = Expand6((w >> 5) & 63), hi = Expand5(w >> 11);
@@ -99,7 +96,7 @@ int64_t MedianIntensity(const BITMAPHANDLE& b, const PixelFormat& f, int* rc) {
 
 extern "C" int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags) {
   using namespace qv::ops;
-  static constexpr FormatSet kFormats = kAllUnsigned;
+  static constexpr FormatSet kFormats = kAllFormats;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     int rc = QV_SUCCESS;
     if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;

@@ -60,6 +60,7 @@ struct FormatSet {
 };
 
 constexpr FormatSet kAllUnsigned{true, true, false, true, true, true};
+constexpr FormatSet kAllFormats{true, true, true, true, true, true};
 constexpr FormatSet kColorOnly{true, false, false, true, true, true};
 
 // The checks every operation on a bitmap makes, in this order: the bitmap (writable), the flags, the format,
@@ -104,6 +105,24 @@ int RunOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags,
 inline uint32_t ChannelMax(const PixelFormat& f) {
   if (f.IsIndexed() || f.kind == PixelKind::Rgb565) return 255;
   return f.maxValue;
+}
+
+// Signed gray is worked on as levels 0..max of its own range: a stored value s is level s + half the range
+// (2048 for 12 bits, 32768 for 16), so the range's minimum is level 0, 0 the middle level and the range's
+// maximum level max -- the offset the kernel's format conversions use. Unsigned gray has offset 0.
+inline uint32_t SignedOffset(const PixelFormat& f) { return f.isSigned ? (f.maxValue + 1) / 2 : 0; }
+
+// The level 0..max of a stored 12/16-bit gray word; a word outside the format's range (stray high bits of a
+// 12-bit image) counts as the nearer end.
+inline uint32_t GrayLevel(const PixelFormat& f, uint16_t word) {
+  if (!f.isSigned) return word > f.maxValue ? f.maxValue : word;
+  const int32_t level = static_cast<int16_t>(word) + static_cast<int32_t>(SignedOffset(f));
+  return level < 0 ? 0u : (static_cast<uint32_t>(level) > f.maxValue ? f.maxValue : static_cast<uint32_t>(level));
+}
+
+// The stored word of a level 0..max (signed data sign-extended to 16 bits).
+inline uint16_t GrayWord(const PixelFormat& f, uint32_t level) {
+  return static_cast<uint16_t>(static_cast<int32_t>(level) - static_cast<int32_t>(SignedOffset(f)));
 }
 
 // num / den rounded to the nearest integer, halves up (towards +infinity); den > 0.

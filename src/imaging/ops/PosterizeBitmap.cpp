@@ -1,4 +1,5 @@
-// Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table.
+// Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table. On
+// signed gray the levels span the signed range, both ends included (an odd count puts one on 0).
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 
@@ -24,7 +25,7 @@ class PosterizeCurve : public ChannelMap {
 
 extern "C" int Q_PosterizeBitmap(BITMAPHANDLE* pBitmap, unsigned int uLevels, unsigned int uFlags) {
   using namespace qv::ops;
-  static constexpr FormatSet kFormats = kAllUnsigned;
+  static constexpr FormatSet kFormats = kAllFormats;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (uLevels < 2 || uLevels > 64) return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, PosterizeCurve(uLevels));

@@ -12,6 +12,8 @@ set(QV_OPS_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/GammaCorrectBitmapExt.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GammaCorrectBitmapSigned.cpp
   ${CMAKE_CURRENT_LIST_DIR}/IntensityDetectBitmap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/LocalHistoEqualizer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/LocalHistoEqualizeBitmap.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GrayScaleBitmapExt.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ConvertToColoredGray.cpp
   ${CMAKE_CURRENT_LIST_DIR}/BalanceColors.cpp

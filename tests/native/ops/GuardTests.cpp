@@ -20,7 +20,8 @@ using Call = std::function<int(BITMAPHANDLE* b, unsigned flags)>;
 struct Op {
   std::string name;
   Call call;
-  bool changesGray;  // false for operations that leave gray images as they are
+  bool changesGray;    // false for operations that leave gray images as they are
+  bool acceptsSigned;  // works on signed gray
 };
 
 unsigned TableLength(const BITMAPHANDLE* b) {
@@ -34,34 +35,41 @@ const QVBALANCINGRECORD kRed{28, 0, 0, 1}, kGreen{28, 0, 1, 0}, kBlue{28, 1, 0, 
 
 const std::vector<Op>& Ops() {
   static const std::vector<Op> ops = {
-      {"intensity", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapIntensity(b, 300, f); }, true},
-      {"contrast", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapContrast(b, 300, f); }, true},
-      {"hue", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapHue(b, 90, f); }, false},
-      {"saturation", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapSaturation(b, 500, f); }, false},
-      {"histo contrast", [](BITMAPHANDLE* b, unsigned f) { return Q_HistoContrastBitmap(b, 300, f); }, true},
-      {"posterize", [](BITMAPHANDLE* b, unsigned f) { return Q_PosterizeBitmap(b, 4, f); }, true},
-      {"solarize", [](BITMAPHANDLE* b, unsigned f) { return Q_SolarizeBitmap(b, 100, f); }, true},
-      {"gamma", [](BITMAPHANDLE* b, unsigned f) { return Q_GammaCorrectBitmapExt(b, 200, 150, 50, f); }, true},
-      {"gamma signed", [](BITMAPHANDLE* b, unsigned f) { return Q_GammaCorrectBitmapSigned(b, 200, f); }, true},
+      {"intensity", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapIntensity(b, 300, f); }, true, true},
+      {"contrast", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapContrast(b, 300, f); }, true, true},
+      {"hue", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapHue(b, 90, f); }, false, false},
+      {"saturation", [](BITMAPHANDLE* b, unsigned f) { return Q_ChangeBitmapSaturation(b, 500, f); }, false, false},
+      {"histo contrast", [](BITMAPHANDLE* b, unsigned f) { return Q_HistoContrastBitmap(b, 300, f); }, true, true},
+      {"posterize", [](BITMAPHANDLE* b, unsigned f) { return Q_PosterizeBitmap(b, 4, f); }, true, true},
+      {"solarize", [](BITMAPHANDLE* b, unsigned f) { return Q_SolarizeBitmap(b, 100, f); }, true, true},
+      {"gamma", [](BITMAPHANDLE* b, unsigned f) { return Q_GammaCorrectBitmapExt(b, 200, 150, 50, f); }, true, false},
+      {"gamma signed", [](BITMAPHANDLE* b, unsigned f) { return Q_GammaCorrectBitmapSigned(b, 200, f); }, true, true},
       {"intensity detect",
-       [](BITMAPHANDLE* b, unsigned f) { return Q_IntensityDetectBitmap(b, 50, 200, 0xFF, 0xFF00, 0, f); }, true},
-      {"gray scale", [](BITMAPHANDLE* b, unsigned f) { return Q_GrayScaleBitmapExt(b, 299, 587, 114, f); }, false},
+       [](BITMAPHANDLE* b, unsigned f) { return Q_IntensityDetectBitmap(b, 50, 200, 0xFF, 0xFF00, 0, f); }, true,
+       false},
+      {"gray scale", [](BITMAPHANDLE* b, unsigned f) { return Q_GrayScaleBitmapExt(b, 299, 587, 114, f); }, false,
+       false},
       {"colored gray",
-       [](BITMAPHANDLE* b, unsigned f) { return Q_ConvertToColoredGray(b, 299, 587, 114, 200, 0, -300, f); }, false},
-      {"balance", [](BITMAPHANDLE* b, unsigned f) { return Q_BalanceColors(b, &kRed, &kGreen, &kBlue, f); }, false},
+       [](BITMAPHANDLE* b, unsigned f) { return Q_ConvertToColoredGray(b, 299, 587, 114, 200, 0, -300, f); }, false,
+       false},
+      {"balance", [](BITMAPHANDLE* b, unsigned f) { return Q_BalanceColors(b, &kRed, &kGreen, &kBlue, f); }, false,
+       false},
       {"remap intensity",
        [](BITMAPHANDLE* b, unsigned f) {
          std::vector<unsigned> t(TableLength(b));
          for (size_t i = 0; i < t.size(); ++i) t[i] = static_cast<unsigned>(t.size() - 1 - i);
          return Q_RemapBitmapIntensity(b, t.data(), static_cast<unsigned>(t.size()), 0, f);
        },
-       true},
+       true, false},
       {"remap hue",
        [](BITMAPHANDLE* b, unsigned f) {
          std::vector<unsigned> v(TableLength(b));
          for (size_t i = 0; i < v.size(); ++i) v[i] = static_cast<unsigned>(i / 2);
          return Q_RemapBitmapHue(b, nullptr, nullptr, nullptr, v.data(), static_cast<unsigned>(v.size()), f);
        },
+       true, false},
+      {"local histo",
+       [](BITMAPHANDLE* b, unsigned f) { return Q_LocalHistoEqualizeBitmap(b, 6, 5, 2, 2, QV_LHE_RGB, 2, f); }, true,
        true},
   };
   return ops;
@@ -75,10 +83,10 @@ TEST(Regions, PixelsOutsideStayByteForByte) {
   const RECT bounds{5, 4, 33, 25};
   std::vector<uint8_t> mask((bounds.right - bounds.left) * (bounds.bottom - bounds.top));
   for (size_t i = 0; i < mask.size(); ++i) mask[i] = (i % 7 < 4) ? 1 : 0;
-  for (const Format& f : UnsignedFormats()) {
+  for (const Format& f : AllFormats()) {
     if (f.bits <= 8 && f.order != QV_ORDER_GRAY) continue;  // indexed: refused, see below
     for (const Op& op : Ops()) {
-      if (IsColorOnly(op.name) && f.order == QV_ORDER_GRAY) continue;
+      if ((IsColorOnly(op.name) && f.order == QV_ORDER_GRAY) || (f.isSigned && !op.acceptsSigned)) continue;
       TestBitmap t(f, w, h, 3);
       ASSERT_EQ(Q_SetBitmapRgnMask(t.get(), &bounds, mask.data(), bounds.right - bounds.left, 0), QV_SUCCESS);
       TestBitmap before(f, w, h, 3);
@@ -133,15 +141,15 @@ TEST(ArgumentChecks, EveryOperationRefusesBadBitmapsAndFlags) {
   }
 }
 
-TEST(ArgumentChecks, SignedGrayIsRefusedExceptBySignedGamma) {
+TEST(ArgumentChecks, SignedGrayIsRefusedWhereNoSignedRuleExists) {
   for (const char* name : {"SignedGray12", "SignedGray16"}) {
     const Format f{name, name[10] == '1' ? 12 : 16, QV_ORDER_GRAY, true};
     for (const Op& op : Ops()) {
       TestBitmap t(f, 8, 8);
       const Snapshot before(t);
       const int rc = op.call(t.get(), 0);
-      if (op.name == "gamma signed") {
-        EXPECT_EQ(rc, QV_SUCCESS);
+      if (op.acceptsSigned) {
+        EXPECT_EQ(rc, QV_SUCCESS) << op.name << " on " << name;
       } else {
         EXPECT_EQ(rc, QV_ERROR_UNSUPPORTED_FORMAT) << op.name << " on " << name;
         EXPECT_EQ(t.Pixels(), before.pixels) << op.name;
@@ -185,6 +193,13 @@ TEST(ArgumentChecks, OutOfRangeValuesAndTablesLeaveTheBitmap) {
       {&bgr24, "balance record size 27", [&](BITMAPHANDLE* b, unsigned) { return Q_BalanceColors(b, &kRed, &wrongSize, &kBlue, 0); }, QV_ERROR_INVALID_STRUCT_SIZE},
       {&bgr24, "balance weight 17", [&](BITMAPHANDLE* b, unsigned) { return Q_BalanceColors(b, &huge, &kGreen, &kBlue, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "balance weight NaN", [&](BITMAPHANDLE* b, unsigned) { return Q_BalanceColors(b, &kRed, &kGreen, &nan, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo tile width 0", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 0, 4, 0, 0, 1, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo tile height -1", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, -1, 0, 0, 1, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo x extension -1", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, 4, -1, 0, 1, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo y extension -5", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, 4, 0, -5, 1, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo color space 0", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, 4, 0, 0, 0, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo color space 3", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, 4, 0, 0, 3, 0, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "local histo smoothing 10", [](BITMAPHANDLE* b, unsigned) { return Q_LocalHistoEqualizeBitmap(b, 4, 4, 0, 0, 1, 10, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "remap null table", [](BITMAPHANDLE* b, unsigned) { return Q_RemapBitmapIntensity(b, nullptr, 256, 0, 0); }, QV_ERROR_INVALID_TABLE},
       {&bgr24, "remap 65536 on 8 bits", [&](BITMAPHANDLE* b, unsigned) { return Q_RemapBitmapIntensity(b, t65536.data(), 65536, 0, 0); }, QV_ERROR_INVALID_TABLE},
       {&gray16, "remap 256 on 16 bits", [&](BITMAPHANDLE* b, unsigned) { return Q_RemapBitmapIntensity(b, t256.data(), 256, 0, 0); }, QV_ERROR_INVALID_TABLE},

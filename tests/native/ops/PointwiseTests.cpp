@@ -1,8 +1,10 @@
 // The lookup-table operations against their formulas, evaluated here in floating point: brightness,
 // contrast, posterize, solarize, gamma (also the signed form), remap intensity and the per-channel
-// intensity detect, each with its edge values, on every unsigned pixel format. Results must be exact.
+// intensity detect, each with its edge values, on every unsigned pixel format, and the tone operations on
+// signed gray over its own range. Results must be exact.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -138,6 +140,84 @@ TEST(LookupTableOperations, ChannelIntensityDetectTakesTheInOrOutComponent) {
             }
           },
           0, "channel intensity detect");
+    }
+  }
+}
+
+// The same tone operations on signed gray, stated over the signed range lo..hi itself: brightness towards hi
+// and lo, contrast about 0, histogram contrast about the signed median, posterize levels from lo to hi,
+// solarize thresholds counted from lo with the mirror -1 - v. The first pixels hold the range's ends and the
+// values around 0.
+TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
+  struct Row {
+    std::string name;
+    std::function<int(BITMAPHANDLE* b, uint32_t max)> op;
+    std::function<double(double v, double lo, double hi, double median)> ref;
+  };
+  std::vector<Row> rows;
+  for (int n : {-1000, -373, 0, 250, 1000})
+    rows.push_back({"brightness " + std::to_string(n),
+                    [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapIntensity(b, n, 0); },
+                    [n](double v, double lo, double hi, double) {
+                      return n >= 0 ? v + (hi - v) * n / 1000.0 : lo + (v - lo) * (1000.0 + n) / 1000.0;
+                    }});
+  auto contrastAbout = [](double v, double lo, double hi, double c, int n) {
+    if (n == 1000) return v >= c ? hi : lo;
+    return c + (v - c) * (n >= 0 ? 1000.0 / (1000.0 - n) : (1000.0 + n) / 1000.0);
+  };
+  for (int n : {-1000, -500, 500, 999, 1000})
+    rows.push_back({"contrast " + std::to_string(n),
+                    [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapContrast(b, n, 0); },
+                    [=](double v, double lo, double hi, double) { return contrastAbout(v, lo, hi, 0, n); }});
+  for (int n : {-600, 400, 1000})
+    rows.push_back({"histo contrast " + std::to_string(n),
+                    [n](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
+                    [=](double v, double lo, double hi, double median) { return contrastAbout(v, lo, hi, median, n); }});
+  for (unsigned levels : {2u, 3u, 4u, 7u, 64u})
+    rows.push_back({"posterize " + std::to_string(levels),
+                    [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
+                    [levels](double v, double lo, double hi, double) {
+                      const double step = (hi - lo) / (levels - 1);
+                      int best = 0;
+                      for (unsigned k = 1; k < levels; ++k)
+                        if (std::fabs(v - (lo + k * step)) <= std::fabs(v - (lo + best * step))) best = k;
+                      return lo + best * step;
+                    }});
+  // Thresholds as fractions of the slider's 0..max: 0 mirrors every sample, max only the range's top.
+  for (double frac : {0.0, 0.5, 1.0})
+    rows.push_back({"solarize " + std::to_string(frac),
+                    [frac](BITMAPHANDLE* b, uint32_t max) {
+                      return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0);
+                    },
+                    [frac](double v, double lo, double hi, double) {
+                      return v >= lo + static_cast<unsigned>(frac * (hi - lo)) ? -1 - v : v;
+                    }});
+  for (const Format& f : AllFormats()) {
+    if (!f.isSigned) continue;
+    const int lo = f.bits == 12 ? -2048 : -32768, hi = -lo - 1, w = 37, h = 9;
+    const int edges[] = {lo, hi, 0, -1, 1, lo + 1, hi - 1};
+    for (const Row& row : rows) {
+      TestBitmap before(f, w, h, 5), after(f, w, h, 5);
+      for (int i = 0; i < 7; ++i) {
+        before.SetGray(i, 0, static_cast<uint16_t>(edges[i]));
+        after.SetGray(i, 0, static_cast<uint16_t>(edges[i]));
+      }
+      std::vector<int> sorted;
+      for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) sorted.push_back(static_cast<int16_t>(before.Raw(x, y)));
+      std::sort(sorted.begin(), sorted.end());
+      const double median = sorted[(sorted.size() + 1) / 2 - 1];
+      ASSERT_EQ(row.op(after.get(), after.Max()), QV_SUCCESS) << row.name << " on " << f.name;
+      int bad = 0;
+      for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+          const int v = static_cast<int16_t>(before.Raw(x, y));
+          const int64_t expected = std::clamp<int64_t>(RoundHalfUp(row.ref(v, lo, hi, median)), lo, hi);
+          const int got = static_cast<int16_t>(after.Raw(x, y));
+          if (got != expected && ++bad <= 3)
+            ADD_FAILURE() << row.name << " on " << f.name << " from " << v << ": got " << got << " expected "
+                          << expected;
+        }
     }
   }
 }
