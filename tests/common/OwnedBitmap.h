@@ -1,5 +1,5 @@
-// A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope,
-// shared by the kernel's native and Wine tests.
+// A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope.
+// Every test helper that owns a kernel bitmap holds one of these.
 #pragma once
 
 #include <cstring>
@@ -17,8 +17,11 @@ class OwnedBitmap {
   OwnedBitmap(const OwnedBitmap&) = delete;
   OwnedBitmap& operator=(const OwnedBitmap&) = delete;
   BITMAPHANDLE* get() { return &m_b; }
+  const BITMAPHANDLE* get() const { return &m_b; }
   BITMAPHANDLE* operator->() { return &m_b; }
+  const BITMAPHANDLE* operator->() const { return &m_b; }
   BITMAPHANDLE& operator*() { return m_b; }
+  const BITMAPHANDLE& operator*() const { return m_b; }
 
  private:
   BITMAPHANDLE m_b;

@@ -130,7 +130,9 @@ TEST(StringTable, HoldsExactlyTheIdsTheDialogsUseInBothLanguages) {
     EXPECT_GT(std::wstring(entry->pszEnglish).size(), 0u) << "English text of " << id;
     EXPECT_GT(std::wstring(entry->pszGerman).size(), 0u) << "German text of " << id;
   }
-  EXPECT_EQ(qv::FindStringEntry(9999), nullptr);
+  // Every id up to one past the last, gaps between the ranges included, is found exactly when it is there.
+  for (unsigned id = 0; id <= tableIds.back() + 1; ++id)
+    EXPECT_EQ(qv::FindStringEntry(id) != nullptr, present.count(id) == 1) << id;
 }
 
 TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
@@ -227,8 +229,10 @@ TEST_F(StringTableExports, LengthFetchAndTooSmallBuffer) {
   ASSERT_EQ(Q_DlgGetString(1, buffer.data(), length + 1), QV_SUCCESS);
   EXPECT_EQ(std::wstring(buffer.data()), L"Cancel");
 
-  EXPECT_EQ(Q_DlgGetStringLen(99999, &length), QV_ERROR_NOT_FOUND);
-  EXPECT_EQ(Q_DlgGetString(99999, buffer.data(), 7), QV_ERROR_NOT_FOUND);
+  for (unsigned missing : {32u, 1296u, 99999u}) {  // in gaps between ranges of the table, and past its end
+    EXPECT_EQ(Q_DlgGetStringLen(missing, &length), QV_ERROR_NOT_FOUND) << missing;
+    EXPECT_EQ(Q_DlgGetString(missing, buffer.data(), 7), QV_ERROR_NOT_FOUND) << missing;
+  }
   EXPECT_EQ(Q_DlgGetStringLen(1, nullptr), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_DlgGetString(1, nullptr, 100), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_DlgGetString(1, buffer.data(), 0), QV_ERROR_INVALID_PARAMETER);

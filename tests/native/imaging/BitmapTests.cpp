@@ -98,6 +98,7 @@ TEST(BitmapChecks, HostileDescriptorsGetTheirCodes) {
       {"inside the block", [](BITMAPHANDLE& b) { b.pData += 4; }, QV_ERROR_BITMAP_NOT_ALLOCATED},
       {"taller than its block", [](BITMAPHANDLE& b) { b.nHeight = 9; }, QV_ERROR_BITMAP_NOT_ALLOCATED},
       {"zero width", [](BITMAPHANDLE& b) { b.nWidth = 0; }, QV_ERROR_INVALID_DIMENSIONS},
+      {"zero height", [](BITMAPHANDLE& b) { b.nHeight = 0; }, QV_ERROR_INVALID_DIMENSIONS},
       {"negative height", [](BITMAPHANDLE& b) { b.nHeight = -8; }, QV_ERROR_INVALID_DIMENSIONS},
       {"short rows", [](BITMAPHANDLE& b) { b.nBytesPerLine = 20; }, QV_ERROR_INVALID_DIMENSIONS},
       {"unaligned rows", [](BITMAPHANDLE& b) { b.nBytesPerLine = 25; }, QV_ERROR_INVALID_DIMENSIONS},
@@ -132,6 +133,9 @@ TEST(BitmapChecks, ImpossibleSizesAreRefusedBeforeAllocating) {
   EXPECT_EQ(Q_InitBitmap(b.get(), sizeof(BITMAPHANDLE), INT_MAX, 1, 32, 0), QV_ERROR_IMAGE_TOO_LARGE);
   EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 0, 5, 8, QV_ORDER_GRAY, nullptr, 0, 0),
             QV_ERROR_INVALID_DIMENSIONS);
+  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 0, 8, QV_ORDER_GRAY, nullptr, 0, 0),
+            QV_ERROR_INVALID_DIMENSIONS);
+  EXPECT_EQ(Q_InitBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 0, 8, 0), QV_ERROR_INVALID_DIMENSIONS);
   EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 3, QV_ORDER_GRAY, nullptr, 0, 0),
             QV_ERROR_INVALID_BITS_PER_PIXEL);
   EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 12, QV_ORDER_BGR, nullptr, 0, 0),

@@ -40,20 +40,21 @@ TEST_F(RegionTest, WithoutRegionTheWholeBitmapIsInside) {
 }
 
 TEST_F(RegionTest, RectangleBoundsRowsAndSpans) {
-  RECT set{2, 1, 7, 4};
-  ASSERT_EQ(Q_SetBitmapRgnRect(b.get(), &set, 0), QV_SUCCESS);
-  EXPECT_EQ(Q_BitmapHasRgn(b.get(), 0), 1);
-  RECT r{};
-  ASSERT_EQ(Q_GetBitmapRgnBounds(b.get(), &r, 0), QV_SUCCESS);
-  EXPECT_EQ(r.left, 2);
-  EXPECT_EQ(r.top, 1);
-  EXPECT_EQ(r.right, 7);
-  EXPECT_EQ(r.bottom, 4);
-  qv::RegionSpans spans(*b);
-  EXPECT_EQ(spans.Top(), 1);
-  EXPECT_EQ(spans.Bottom(), 4);
-  EXPECT_TRUE(SpansOf(spans, 0).empty());
-  EXPECT_EQ(SpansOf(spans, 2), (std::vector<std::pair<int, int>>{{2, 7}}));
+  // An inner rectangle, one the full width of the image, and one the whole image.
+  for (RECT set : {RECT{2, 1, 7, 4}, RECT{0, 2, 10, 3}, RECT{0, 0, 10, 6}}) {
+    SCOPED_TRACE(testing::Message() << set.left << "," << set.top << "," << set.right << "," << set.bottom);
+    ASSERT_EQ(Q_SetBitmapRgnRect(b.get(), &set, 0), QV_SUCCESS);
+    EXPECT_EQ(Q_BitmapHasRgn(b.get(), 0), 1);
+    RECT r{};
+    ASSERT_EQ(Q_GetBitmapRgnBounds(b.get(), &r, 0), QV_SUCCESS);
+    EXPECT_TRUE(r.left == set.left && r.top == set.top && r.right == set.right && r.bottom == set.bottom);
+    qv::RegionSpans spans(*b);
+    EXPECT_EQ(spans.Top(), set.top);
+    EXPECT_EQ(spans.Bottom(), set.bottom);
+    EXPECT_TRUE(set.top == 0 || SpansOf(spans, set.top - 1).empty());
+    EXPECT_EQ(SpansOf(spans, set.bottom - 1), (std::vector<std::pair<int, int>>{{set.left, set.right}}));
+    EXPECT_TRUE(spans.Contains(set.right - 1, set.bottom - 1));
+  }
 }
 
 TEST_F(RegionTest, MaskGivesRunsAndIsCopied) {

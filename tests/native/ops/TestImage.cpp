@@ -55,13 +55,13 @@ TestBitmap::TestBitmap(const Format& f, int width, int height, uint32_t seed) : 
       q.rgbReserved = 0;
     }
   }
-  const int rc = Q_CreateBitmap(&m_b, sizeof m_b, width, height, f.bits, f.order,
+  const int rc = Q_CreateBitmap(m_b.get(), sizeof(BITMAPHANDLE), width, height, f.bits, f.order,
                                 palette.empty() ? nullptr : palette.data(), static_cast<int>(palette.size()),
                                 f.isSigned ? QV_BMF_SIGNED : 0);
   if (rc != QV_SUCCESS) throw std::runtime_error("Q_CreateBitmap failed");
   for (int y = 0; y < height; ++y) {
-    uint8_t* row = m_b.pData + static_cast<size_t>(y) * m_b.nBytesPerLine;
-    for (int i = 0; i < m_b.nBytesPerLine; ++i) row[i] = static_cast<uint8_t>(Next(s) >> 7);
+    uint8_t* row = m_b->pData + static_cast<size_t>(y) * m_b->nBytesPerLine;
+    for (int i = 0; i < m_b->nBytesPerLine; ++i) row[i] = static_cast<uint8_t>(Next(s) >> 7);
     if (f.bits == 12) {
       for (int x = 0; x < width; ++x) {
         uint32_t v = Word(row + 2 * x) & 0x0FFF;
@@ -74,17 +74,15 @@ TestBitmap::TestBitmap(const Format& f, int width, int height, uint32_t seed) : 
   // The extremes of every sample: all bits clear in the first pixel, all set (or the largest value) next.
   const int bytesPerPixel = f.bits >= 8 ? f.bits / 8 + (f.bits == 12 ? 1 : 0) : 1;
   if (width >= 2) {
-    std::memset(m_b.pData, 0, bytesPerPixel);
-    std::memset(m_b.pData + (f.bits >= 8 ? bytesPerPixel : 0), 0xFF, bytesPerPixel);
+    std::memset(m_b->pData, 0, bytesPerPixel);
+    std::memset(m_b->pData + (f.bits >= 8 ? bytesPerPixel : 0), 0xFF, bytesPerPixel);
     if (f.bits == 12) {
       const uint16_t top = f.isSigned ? 0x07FF : 0x0FFF;
-      m_b.pData[2] = static_cast<uint8_t>(top);
-      m_b.pData[3] = static_cast<uint8_t>(top >> 8);
+      m_b->pData[2] = static_cast<uint8_t>(top);
+      m_b->pData[3] = static_cast<uint8_t>(top >> 8);
     }
   }
 }
-
-TestBitmap::~TestBitmap() { Q_FreeBitmap(&m_b, 0); }
 
 bool TestBitmap::IsIndexed() const { return m_f.bits <= 8 && m_f.order != QV_ORDER_GRAY; }
 bool TestBitmap::IsGray() const { return m_f.order == QV_ORDER_GRAY; }
@@ -97,7 +95,7 @@ uint32_t TestBitmap::Max() const {
 }
 
 uint32_t TestBitmap::Raw(int x, int y) const {
-  const uint8_t* row = m_b.pData + static_cast<size_t>(y) * m_b.nBytesPerLine;
+  const uint8_t* row = m_b->pData + static_cast<size_t>(y) * m_b->nBytesPerLine;
   if (m_f.bits < 8) {
     const size_t bit = static_cast<size_t>(x) * m_f.bits;
     return (row[bit / 8] >> (8 - m_f.bits - bit % 8)) & ((1u << m_f.bits) - 1);
@@ -107,7 +105,7 @@ uint32_t TestBitmap::Raw(int x, int y) const {
 }
 
 void TestBitmap::SetGray(int x, int y, uint32_t v) {
-  uint8_t* row = m_b.pData + static_cast<size_t>(y) * m_b.nBytesPerLine;
+  uint8_t* row = m_b->pData + static_cast<size_t>(y) * m_b->nBytesPerLine;
   if (m_f.bits == 8) {
     row[x] = static_cast<uint8_t>(v);
   } else {
@@ -117,10 +115,10 @@ void TestBitmap::SetGray(int x, int y, uint32_t v) {
 }
 
 void TestBitmap::Get(int x, int y, uint32_t c[3]) const {
-  const uint8_t* row = m_b.pData + static_cast<size_t>(y) * m_b.nBytesPerLine;
+  const uint8_t* row = m_b->pData + static_cast<size_t>(y) * m_b->nBytesPerLine;
   const bool bgr = m_f.order == QV_ORDER_BGR;
   if (IsIndexed()) {
-    const RGBQUAD& q = m_b.Palette[Raw(x, y)];
+    const RGBQUAD& q = m_b->Palette[Raw(x, y)];
     c[0] = q.rgbRed;
     c[1] = q.rgbGreen;
     c[2] = q.rgbBlue;
@@ -146,11 +144,11 @@ void TestBitmap::Get(int x, int y, uint32_t c[3]) const {
 }
 
 std::vector<uint8_t> TestBitmap::Pixels() const {
-  return std::vector<uint8_t>(m_b.pData, m_b.pData + static_cast<size_t>(m_b.nBytesPerLine) * m_b.nHeight);
+  return std::vector<uint8_t>(m_b->pData, m_b->pData + static_cast<size_t>(m_b->nBytesPerLine) * m_b->nHeight);
 }
 
 std::vector<uint8_t> TestBitmap::PixelBytes(int x, int y) const {
-  const uint8_t* row = m_b.pData + static_cast<size_t>(y) * m_b.nBytesPerLine;
+  const uint8_t* row = m_b->pData + static_cast<size_t>(y) * m_b->nBytesPerLine;
   const int bytes = m_f.bits == 12 ? 2 : m_f.bits / 8;
   if (bytes == 0) return {row[static_cast<size_t>(x) * m_f.bits / 8]};
   return std::vector<uint8_t>(row + static_cast<size_t>(x) * bytes, row + static_cast<size_t>(x + 1) * bytes);

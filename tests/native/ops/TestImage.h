@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "OwnedBitmap.h"
 #include "qv/qvimgops.h"
 #include "qv/qvkrn.h"
 
@@ -26,12 +27,8 @@ const std::vector<Format>& UnsignedFormats();
 class TestBitmap {
  public:
   TestBitmap(const Format& f, int width, int height, uint32_t seed = 1);
-  ~TestBitmap();
-  TestBitmap(const TestBitmap&) = delete;
-  TestBitmap& operator=(const TestBitmap&) = delete;
-
-  BITMAPHANDLE* get() { return &m_b; }
-  const BITMAPHANDLE& b() const { return m_b; }
+  BITMAPHANDLE* get() { return m_b.get(); }
+  const BITMAPHANDLE& b() const { return *m_b; }
   const Format& format() const { return m_f; }
 
   bool IsIndexed() const;
@@ -52,7 +49,7 @@ class TestBitmap {
 
  private:
   Format m_f;
-  BITMAPHANDLE m_b{};
+  qvtest::OwnedBitmap m_b;
 };
 
 // Snapshot of a bitmap's pixels and palette, to compare against after an operation.

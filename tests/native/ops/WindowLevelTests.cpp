@@ -75,6 +75,7 @@ TEST(WindowLevelBitmap, ConvertsEachSampleThroughItsBits) {
       {kGray12, 0, 11, 4096, QV_ORDER_BGR},
       {kGray16, 0, 15, 65536, QV_ORDER_RGB},
       {kGray16, 0, 15, 1000, QV_ORDER_BGR},  // short table: larger values take the last entry
+      {kGray12, 0, 11, 4095, QV_ORDER_RGB},  // the brightest sample equals the table's length
       {kGray16, 8, 15, 256, QV_ORDER_RGB},
       {kSigned16, 4, 15, 4096, QV_ORDER_BGR},
       {kSigned16, 0, 15, 65536, QV_ORDER_RGB},

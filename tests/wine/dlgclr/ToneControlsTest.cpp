@@ -2,7 +2,7 @@
  * The single-value dialogs' own rules, seen through their controls: how the
  * caller's value comes in, the slider and edit box mirroring one value, the
  * commit of an out-of-range number, solarize's range on deep gray images, the
- * preview toolbar for the flag combinations, and the Help button's place.
+ * preview toolbar following the flags, and the title-bar help button.
  */
 #include <gtest/gtest.h>
 
@@ -26,12 +26,8 @@ TEST(ToneCallerValue, OutOfRangeValuesComeInAsTheRangeMinimum) {
     uint32_t field;
     int shown;
   };
-  const Case cases[] = {
-      {"Hue", 181, -180},         {"Hue", static_cast<uint32_t>(-181), -180}, {"Hue", 180, 180},
-      {"Posterize", 1, 2},        {"Posterize", 65, 2},                       {"Posterize", 64, 64},
-      {"Brightness", 5000, -1000}, {"Saturation", static_cast<uint32_t>(-1001), -1000},
-      {"Solarize", 256, 0},
-  };
+  // The rule itself is proven natively for every member; these rows prove the dialogs apply it.
+  const Case cases[] = {{"Hue", static_cast<uint32_t>(-181), -180}, {"Posterize", 65, 2}};
   for (const Case& c : cases) {
     const ToneExport& e = ToneExportNamed(c.name);
     auto params = ToneParams(0, nullptr, 0);
@@ -110,6 +106,7 @@ TEST(ToneSolarize, DeepGrayImagesWidenTheSliderButNotTheBoxOrTheIncomingValue) {
 
 TEST(TonePreviewToolbar, FlagsDecideWhichButtonsStay) {
   OwnerWindow owner;
+  // Which buttons each combination keeps is proven natively; these rows prove the toolbar follows the plan.
   const ToneExport& e = ToneExportNamed("Contrast");
   TestBitmap bitmap;
   MakeStripedBitmap(bitmap);
@@ -120,12 +117,9 @@ TEST(TonePreviewToolbar, FlagsDecideWhichButtonsStay) {
   };
   const Case cases[] = {
       {QVDLG_SHOW_PREVIEW, 0, false},
-      {QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_ZOOMLEVEL, 2, true},
       {QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_ZOOMLEVEL | QVDLG_SHOW_TOOL_BUTTON3 | QVDLG_SHOW_TOOL_BUTTON4 |
            QVDLG_SHOW_TOOL_BUTTON5,
        6, true},
-      {QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_BUTTON4 | QVDLG_SHOW_TOOL_BUTTON5, 2, true},
-      {QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_BUTTON5, 0, false},
   };
   for (const Case& c : cases) {
     auto params = ToneParams(c.flags, bitmap.Get(), 0);
@@ -144,40 +138,6 @@ TEST(TonePreviewToolbar, FlagsDecideWhichButtonsStay) {
     RunResult result = DriveTone(e, owner.Handle(), params, script);
     EXPECT_TRUE(result.Ok()) << "flags " << c.flags << "\n" << result.Report();
   }
-}
-
-TEST(ToneButtons, WithoutAHelpCallbackHelpHidesAndOkCancelTakeItsPlace) {
-  OwnerWindow owner;
-  const ToneExport& e = ToneExportNamed("Hue");
-  RECT withHelp[3] = {};
-  RECT without[2] = {};
-  auto params = ToneParams(0, nullptr, 0);
-  params.pfnHelpCallback = [](unsigned, int, void*) {};
-  Script read;
-  read.Do("read the button row", [&](StepContext& c) {
-        const int ids[] = {IDOK, IDCANCEL, kHelpId};
-        for (int i = 0; i < 3; ++i) withHelp[i] = c.View().RectInDialog(ids[i]).value_or(RECT{});
-        if (c.View().Visible(kHelpId) != true) c.Fail("Help hidden with a callback");
-      })
-      .ClickCancel();
-  RunResult result = DriveTone(e, owner.Handle(), params, read);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-
-  params.pfnHelpCallback = nullptr;
-  Script shifted;
-  shifted
-      .Do("read the button row",
-          [&](StepContext& c) {
-            without[0] = c.View().RectInDialog(IDOK).value_or(RECT{});
-            without[1] = c.View().RectInDialog(IDCANCEL).value_or(RECT{});
-            if (c.View().Visible(kHelpId) != false) c.Fail("Help visible without a callback");
-          })
-      .ClickCancel();
-  result = DriveTone(e, owner.Handle(), params, shifted);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-  EXPECT_EQ(without[1].left, withHelp[2].left) << "Cancel takes Help's place";
-  EXPECT_EQ(without[0].left, withHelp[1].left) << "OK takes Cancel's place";
-  EXPECT_EQ(without[1].top, withHelp[2].top);
 }
 
 TEST(ToneContextHelp, TheFlagAddsTheTitleBarButton) {

@@ -64,24 +64,20 @@ OwnerWindow::~OwnerWindow() {
   if (m_window) DestroyWindow(m_window);
 }
 
-TestBitmap::~TestBitmap() {
-  if (m_bitmap.uFlags & QV_BMF_ALLOCATED) Q_FreeBitmap(&m_bitmap, 0);
-}
-
 std::vector<unsigned char> TestBitmap::Pixels() const {
   std::vector<unsigned char> bytes;
-  if (!(m_bitmap.uFlags & QV_BMF_ALLOCATED)) return bytes;
-  const size_t rowBytes = (static_cast<size_t>(m_bitmap.nWidth) * m_bitmap.nBitsPerPixel + 7) / 8;
-  for (int y = 0; y < m_bitmap.nHeight; ++y) {
-    const unsigned char* row = m_bitmap.pData + static_cast<size_t>(y) * m_bitmap.nBytesPerLine;
+  if (!(m_bitmap->uFlags & QV_BMF_ALLOCATED)) return bytes;
+  const size_t rowBytes = (static_cast<size_t>(m_bitmap->nWidth) * m_bitmap->nBitsPerPixel + 7) / 8;
+  for (int y = 0; y < m_bitmap->nHeight; ++y) {
+    const unsigned char* row = m_bitmap->pData + static_cast<size_t>(y) * m_bitmap->nBytesPerLine;
     bytes.insert(bytes.end(), row, row + rowBytes);
   }
   return bytes;
 }
 
 COLORREF TestBitmap::ColorAt(int x, int y) const {
-  const unsigned char* p = m_bitmap.pData + static_cast<size_t>(y) * m_bitmap.nBytesPerLine + x * 3;
-  return m_bitmap.uOrder == QV_ORDER_RGB ? RGB(p[0], p[1], p[2]) : RGB(p[2], p[1], p[0]);
+  const unsigned char* p = m_bitmap->pData + static_cast<size_t>(y) * m_bitmap->nBytesPerLine + x * 3;
+  return m_bitmap->uOrder == QV_ORDER_RGB ? RGB(p[0], p[1], p[2]) : RGB(p[2], p[1], p[0]);
 }
 
 std::vector<int> StripeCentres() {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "OwnedBitmap.h"
 #include "qv/qvdlgclr.h"
 #include "qvdriver/DialogDriver.h"
 
@@ -61,19 +62,15 @@ class OwnerWindow {
 // A bitmap owned by the test (freed by the kernel at the end).
 class TestBitmap {
  public:
-  TestBitmap() : m_bitmap{} {}
-  ~TestBitmap();
-  TestBitmap(const TestBitmap&) = delete;
-  TestBitmap& operator=(const TestBitmap&) = delete;
-  BITMAPHANDLE* Get() { return &m_bitmap; }
-  const BITMAPHANDLE* Get() const { return &m_bitmap; }
+  BITMAPHANDLE* Get() { return m_bitmap.get(); }
+  const BITMAPHANDLE* Get() const { return m_bitmap.get(); }
   // The pixel bytes, row by row without padding, for byte-exact comparisons.
   std::vector<unsigned char> Pixels() const;
   // Red, green and blue of a 24-bit pixel.
   COLORREF ColorAt(int x, int y) const;
 
  private:
-  BITMAPHANDLE m_bitmap;
+  qvtest::OwnedBitmap m_bitmap;
 };
 
 // The three test colors (dark 20 %, middle 50 %, bright 30 % of the width, in that order from the left), so

@@ -1,8 +1,7 @@
 /*
  * What every dialog gets from its base: the help callback from the Help
- * button, F1 and the title-bar "?"; the position point; the kernel's strings
- * with host overrides; fitting controls to longer texts; OK and Cancel
- * taking the hidden Help button's place.
+ * button, F1 and the title-bar "?"; the position point; fitting controls to
+ * longer texts; OK and Cancel taking the hidden Help button's place.
  */
 #include <gtest/gtest.h>
 
@@ -14,7 +13,6 @@
 #include "PreviewTestIds.h"
 #include "QVGeneral.h"
 #include "TestImages.h"
-#include "qv/qvdlgkrn.h"
 
 namespace {
 
@@ -107,22 +105,6 @@ TEST(BaseDialog, ThePositionPointPlacesTheDialogAndIsProcessWide) {
   const auto result = Drive(dialog, script);
   EXPECT_TRUE(result.Ok()) << result.Report();
   CQVBaseDialog::SetPositionPoint(previous);
-}
-
-TEST(BaseDialog, KernelStringsAndTheirOverridesReachTheDialog) {
-  EXPECT_FALSE(CQVBaseDialog::GetDlgString(0).empty()) << "the kernel has a text for OK";
-  EXPECT_TRUE(CQVBaseDialog::GetDlgString(0xFFFFFF).empty());
-  ASSERT_EQ(Q_DlgSetString(0, L"Agreed"), QV_SUCCESS);
-  CPreviewTestDialog dialog(nullptr);
-  dialog.okStringId = 0;
-  std::wstring okText;
-  Script script;
-  script.Do("read OK", [&](StepContext& c) { okText = c.View().Text(IDOK).value_or(L"<none>"); }).ClickCancel();
-  const auto result = Drive(dialog, script);
-  Q_DlgSetString(0, nullptr);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-  EXPECT_EQ(okText, L"Agreed");
-  EXPECT_NE(CQVBaseDialog::GetDlgString(0), L"Agreed") << "removing the override restores the built-in text";
 }
 
 TEST(BaseDialog, AutoFitWidensALongLabelAndMovesItsRowButNeverShrinks) {

@@ -25,8 +25,6 @@ class CPreviewTestDialog : public CQVBeforeAfterDlg {
 
   // Runs inside OnInitDialog after the base (flags, layout changes).
   std::function<void(CPreviewTestDialog&)> onInit;
-  // Text the OK button gets from this kernel string id (-1: none).
-  int okStringId = -1;
   bool neighbourhood = false;
   bool failEffect = false;
 
@@ -36,7 +34,6 @@ class CPreviewTestDialog : public CQVBeforeAfterDlg {
 
  protected:
   BOOL OnInitDialog() override;
-  void SetDialogStrings() override;
   void DoDataExchange(qvfw::CDataExchange* pDX) override;
   void OnHScroll(UINT code, UINT position, qvfw::CWnd* scrollBar) override;
 

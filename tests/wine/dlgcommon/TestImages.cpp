@@ -8,20 +8,15 @@
 namespace dlgtest {
 
 TestBitmap::TestBitmap(int width, int height, int bitsPerPixel, unsigned order, unsigned flags) {
-  m_bitmap.uStructSize = sizeof(BITMAPHANDLE);
   RGBQUAD palette[256] = {};
   const int colors = bitsPerPixel <= 8 && order != QV_ORDER_GRAY ? (1 << bitsPerPixel) : 0;
-  m_ok = Q_CreateBitmap(&m_bitmap, sizeof(BITMAPHANDLE), width, height, bitsPerPixel, order,
+  m_ok = Q_CreateBitmap(m_bitmap.get(), sizeof(BITMAPHANDLE), width, height, bitsPerPixel, order,
                         colors ? palette : nullptr, colors, flags) == QV_SUCCESS;
-}
-
-TestBitmap::~TestBitmap() {
-  if (m_ok) Q_FreeBitmap(&m_bitmap, 0);
 }
 
 void TestBitmap::FillPattern(unsigned seed) {
   std::mt19937 random(seed);
-  BITMAPHANDLE& b = m_bitmap;
+  BITMAPHANDLE& b = *m_bitmap;
   if (b.nColors > 0) {
     for (int i = 0; i < b.nColors; ++i)
       b.Palette[i] = RGBQUAD{BYTE(random()), BYTE(random()), BYTE(random()), 0};
@@ -37,7 +32,7 @@ void TestBitmap::FillPattern(unsigned seed) {
 }
 
 std::vector<uint8_t> TestBitmap::Bytes() const {
-  const BITMAPHANDLE& b = m_bitmap;
+  const BITMAPHANDLE& b = *m_bitmap;
   const size_t rowBytes = (size_t(b.nWidth) * b.nBitsPerPixel + 7) / 8;
   std::vector<uint8_t> bytes;
   for (int y = 0; y < b.nHeight; ++y) {

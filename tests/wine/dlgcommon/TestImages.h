@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "OwnedBitmap.h"
 #include "qv/qvkrn.h"
 
 namespace dlgtest {
@@ -17,12 +18,9 @@ namespace dlgtest {
 class TestBitmap {
  public:
   TestBitmap(int width, int height, int bitsPerPixel, unsigned order, unsigned flags = 0);
-  ~TestBitmap();
-  TestBitmap(const TestBitmap&) = delete;
-  TestBitmap& operator=(const TestBitmap&) = delete;
 
-  BITMAPHANDLE* Get() { return &m_bitmap; }
-  const BITMAPHANDLE& Ref() const { return m_bitmap; }
+  BITMAPHANDLE* Get() { return m_bitmap.get(); }
+  const BITMAPHANDLE& Ref() const { return *m_bitmap; }
   bool Ok() const { return m_ok; }
   // Fills every sample with a pseudo-random value of its range (palette
   // images get a random palette too); `seed` makes it reproducible.
@@ -31,7 +29,7 @@ class TestBitmap {
   std::vector<uint8_t> Bytes() const;
 
  private:
-  BITMAPHANDLE m_bitmap{};
+  qvtest::OwnedBitmap m_bitmap;
   bool m_ok = false;
 };
 

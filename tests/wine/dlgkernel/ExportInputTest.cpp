@@ -1,5 +1,5 @@
-// The exports under real Windows memory rules: overrides and fetches through
-// the DLL, unmapped, read-only and unterminated buffers refused with codes, and
+// The exports under real Windows memory rules: overrides and fetches with
+// unmapped, read-only and unterminated buffers refused with codes, and
 // the halftone list widened from the ANSI code page.
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -44,23 +44,6 @@ std::wstring Fetch(unsigned id) {
 }
 
 }  // namespace
-
-TEST(StringExports, OverrideThroughTheDllAndNullRestores) {
-  const std::wstring builtIn = Fetch(3);
-  EXPECT_EQ(builtIn, L"Before");
-  ASSERT_EQ(Q_DlgSetString(3, L"Original"), QV_SUCCESS);
-  EXPECT_EQ(Fetch(3), L"Original");
-  ASSERT_EQ(Q_DlgSetString(3, nullptr), QV_SUCCESS);
-  EXPECT_EQ(Fetch(3), builtIn);
-
-  unsigned length = 0;
-  ASSERT_EQ(Q_DlgGetStringLen(3, &length), QV_SUCCESS);
-  wchar_t buffer[16];
-  wmemset(buffer, L'#', 16);
-  EXPECT_EQ(Q_DlgGetString(3, buffer, length), QV_ERROR_BUFFER_TOO_SMALL) << "no truncation";
-  EXPECT_EQ(buffer[0], L'#');
-  EXPECT_EQ(Q_DlgGetString(77777, buffer, 16), QV_ERROR_NOT_FOUND);
-}
 
 TEST(StringExports, HostileBuffersGiveCodes) {
   wchar_t buffer[32];

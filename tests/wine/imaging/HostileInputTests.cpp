@@ -1,10 +1,9 @@
 // Hostile input to the exports under Windows: null, unmapped and read-only descriptors (probed through
-// VirtualQuery), impossible sizes, damaged, cut-short and foreign files. Each gets its code, nothing crashes,
-// and the caller's memory is not written.
+// VirtualQuery), damaged, cut-short and foreign files through the Windows decoders. Each gets its code,
+// nothing crashes, and the caller's memory is not written.
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <climits>
 #include <cstring>
 
 #include "TestFiles.h"
@@ -67,39 +66,6 @@ TEST(HostileInput, NullUnmappedAndReadOnlyDescriptors) {
   EXPECT_EQ(Q_GetBitmapListCount(reinterpret_cast<HBITMAPLIST>(pages.Unmapped()), &count, 0), QV_ERROR_INVALID_HANDLE);
   EXPECT_EQ(Q_GetBitmapListCount(list, reinterpret_cast<unsigned*>(pages.ReadOnly()), 0), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_DestroyBitmapList(list, 0), QV_SUCCESS);
-}
-
-TEST(HostileInput, ForgedAndStaleDescriptors) {
-  OwnedBitmap good;
-  ASSERT_EQ(Q_CreateBitmap(good.get(), sizeof(BITMAPHANDLE), 16, 16, 32, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
-  BITMAPHANDLE forged = *good;
-  static uint8_t hostPixels[16 * 16 * 4];
-  forged.pData = hostPixels;
-  EXPECT_EQ(Q_IsValidBitmap(&forged, 0), QV_ERROR_BITMAP_NOT_ALLOCATED);
-  EXPECT_EQ(Q_FreeBitmap(&forged, 0), QV_ERROR_BITMAP_NOT_ALLOCATED);
-  BITMAPHANDLE stale = *good;
-  ASSERT_EQ(Q_FreeBitmap(good.get(), 0), QV_SUCCESS);
-  EXPECT_EQ(Q_FreeBitmap(good.get(), 0), QV_ERROR_BITMAP_NOT_ALLOCATED);
-  EXPECT_EQ(Q_FreeBitmap(&stale, 0), QV_ERROR_BITMAP_NOT_ALLOCATED);
-  OwnedBitmap copy;
-  EXPECT_EQ(Q_CopyBitmap(copy.get(), sizeof(BITMAPHANDLE), &stale, 0), QV_ERROR_BITMAP_NOT_ALLOCATED);
-  BITMAPHANDLE older;
-  std::memset(&older, 0, sizeof older);
-  older.uStructSize = 272;
-  EXPECT_EQ(Q_IsValidBitmap(&older, 0), QV_ERROR_INVALID_STRUCT_SIZE);
-}
-
-TEST(HostileInput, ImpossibleSizes) {
-  OwnedBitmap b;
-  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), INT_MAX, INT_MAX, 64, QV_ORDER_RGB, nullptr, 0, 0),
-            QV_ERROR_IMAGE_TOO_LARGE);
-  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 1 << 22, 1 << 22, 32, QV_ORDER_RGB, nullptr, 0, 0),
-            QV_ERROR_IMAGE_TOO_LARGE);
-  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), -5, 5, 24, QV_ORDER_RGB, nullptr, 0, 0),
-            QV_ERROR_INVALID_DIMENSIONS);
-  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 33, QV_ORDER_RGB, nullptr, 0, 0),
-            QV_ERROR_INVALID_BITS_PER_PIXEL);
-  EXPECT_EQ(b->pData, nullptr);
 }
 
 TEST(HostileInput, DamagedAndForeignFiles) {

@@ -11,7 +11,7 @@
 
 #include "qvdriver/Capture.h"
 #include "qvdriver/DialogView.h"
-#include "qvdriver/WindowFinder.h"
+#include "qvdriver/WindowText.h"
 
 namespace qv::test {
 namespace {
@@ -85,23 +85,7 @@ Outcome DialogView::CommitEdit(int id) const {
   return Outcome::Ok();
 }
 
-Outcome DialogView::SelectComboIndex(int id, int index) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  if (SendMessageW(ctl, CB_SETCURSEL, index, 0) == CB_ERR)
-    return Outcome::Fail("combo " + std::to_string(id) + " has no item " + std::to_string(index));
-  SendMessageW(GetParent(ctl), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(ctl), CBN_SELCHANGE),
-               reinterpret_cast<LPARAM>(ctl));
-  return Outcome::Ok();
-}
 
-Outcome DialogView::SelectComboText(int id, const std::wstring& text) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  auto index = SendMessageW(ctl, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text.c_str()));
-  if (index == CB_ERR) return Outcome::Fail("combo " + std::to_string(id) + " has no item '" + Narrow(text) + "'");
-  return SelectComboIndex(id, static_cast<int>(index));
-}
 
 Outcome DialogView::Click(int id) const {
   HWND ctl = Control(id);
@@ -111,68 +95,11 @@ Outcome DialogView::Click(int id) const {
   return Outcome::Ok();
 }
 
-Outcome DialogView::PostClick(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  if (!IsWindowEnabled(ctl)) return Outcome::Fail("button " + std::to_string(id) + " is disabled");
-  PostMessageW(GetParent(ctl), WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(ctl));
-  return Outcome::Ok();
-}
 
-Outcome DialogView::SetCheck(int id, bool checked) const {
-  // A three-state box may need up to two clicks to get from indeterminate to
-  // the wanted state; a box that never gets there is reported.
-  for (int clicks = 0; clicks < 3; ++clicks) {
-    auto state = CheckState(id);
-    if (!state) return Missing(id);
-    if ((*state == BST_CHECKED) == checked && *state != BST_INDETERMINATE) return Outcome::Ok();
-    Outcome clicked = Click(id);
-    if (!clicked) return clicked;
-  }
-  return Outcome::Fail("check box " + std::to_string(id) + " does not reach the " +
-                       (checked ? "checked" : "unchecked") + " state by clicks");
-}
 
-Outcome DialogView::MenuCommand(int commandId) const {
-  if (!IsWindow(m_dialog)) return Missing(commandId);
-  if (HMENU menu = GetMenu(m_dialog)) {
-    UINT state = GetMenuState(menu, commandId, MF_BYCOMMAND);
-    if (state != static_cast<UINT>(-1) && (state & (MF_DISABLED | MF_GRAYED)))
-      return Outcome::Fail("menu command " + std::to_string(commandId) + " is disabled");
-  }
-  SendMessageW(m_dialog, WM_COMMAND, MAKEWPARAM(commandId, 0), 0);
-  return Outcome::Ok();
-}
 
-Outcome DialogView::Notify(int id, UINT code) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  NMHDR header{ctl, static_cast<UINT_PTR>(id), code};
-  SendMessageW(GetParent(ctl), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&header));
-  return Outcome::Ok();
-}
 
-Outcome DialogView::Focus(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  SetFocus(ctl);
-  return Outcome::Ok();
-}
 
-Outcome DialogView::PressKey(int id, UINT virtualKey) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  SetFocus(ctl);
-  UINT scan = MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC);
-  LPARAM down = 1 | (static_cast<LPARAM>(scan) << 16);
-  LPARAM up = down | (1LL << 30) | (1LL << 31);
-  SendMessageW(ctl, WM_KEYDOWN, virtualKey, down);
-  BYTE keys[256] = {};
-  WCHAR chars[4] = {};
-  if (ToUnicode(virtualKey, scan, keys, chars, 4, 0) == 1) SendMessageW(ctl, WM_CHAR, chars[0], down);
-  SendMessageW(ctl, WM_KEYUP, virtualKey, up);
-  return Outcome::Ok();
-}
 
 Outcome DialogView::PostKey(int id, UINT virtualKey) const {
   HWND ctl = Control(id);
@@ -185,13 +112,6 @@ Outcome DialogView::PostKey(int id, UINT virtualKey) const {
   return Outcome::Ok();
 }
 
-Outcome DialogView::TypeText(int id, const std::wstring& text) const {
-  HWND ctl = Control(id);
-  if (!ctl) return Missing(id);
-  SetFocus(ctl);
-  for (wchar_t c : text) SendMessageW(ctl, WM_CHAR, c, 1);
-  return Outcome::Ok();
-}
 
 Outcome DialogView::Mouse(int id, UINT message, WPARAM keys, POINT pt) const {
   HWND target = id == 0 ? m_dialog : Control(id);
@@ -200,24 +120,14 @@ Outcome DialogView::Mouse(int id, UINT message, WPARAM keys, POINT pt) const {
   return Outcome::Ok();
 }
 
-Outcome DialogView::MouseDown(int id, POINT pt, MouseButton button) const {
-  return button == MouseButton::Left ? Mouse(id, WM_LBUTTONDOWN, MK_LBUTTON, pt)
-                                     : Mouse(id, WM_RBUTTONDOWN, MK_RBUTTON, pt);
-}
+Outcome DialogView::MouseDown(int id, POINT pt) const { return Mouse(id, WM_LBUTTONDOWN, MK_LBUTTON, pt); }
 
 Outcome DialogView::MouseMove(int id, POINT pt, bool leftHeld) const {
   return Mouse(id, WM_MOUSEMOVE, leftHeld ? MK_LBUTTON : 0, pt);
 }
 
-Outcome DialogView::MouseUp(int id, POINT pt, MouseButton button) const {
-  return Mouse(id, button == MouseButton::Left ? WM_LBUTTONUP : WM_RBUTTONUP, 0, pt);
-}
+Outcome DialogView::MouseUp(int id, POINT pt) const { return Mouse(id, WM_LBUTTONUP, 0, pt); }
 
-Outcome DialogView::MouseClick(int id, POINT pt, MouseButton button) const {
-  Outcome down = MouseDown(id, pt, button);
-  if (!down) return down;
-  return MouseUp(id, pt, button);
-}
 
 Outcome DialogView::MouseWheel(int id, POINT pt, int delta) const {
   HWND target = id == 0 ? m_dialog : Control(id);
@@ -249,17 +159,7 @@ std::optional<std::wstring> DialogView::Text(int id) const {
   return WindowCaption(ctl);
 }
 
-std::optional<int> DialogView::CheckState(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return static_cast<int>(SendMessageW(ctl, BM_GETCHECK, 0, 0));
-}
 
-std::optional<bool> DialogView::Enabled(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return IsWindowEnabled(ctl) != FALSE;
-}
 
 std::optional<bool> DialogView::Visible(int id) const {
   HWND ctl = Control(id);
@@ -267,29 +167,13 @@ std::optional<bool> DialogView::Visible(int id) const {
   return IsWindowVisible(ctl) != FALSE;
 }
 
-std::optional<LONG_PTR> DialogView::ControlStyle(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return GetWindowLongPtrW(ctl, GWL_STYLE);
-}
 
-std::optional<LONG_PTR> DialogView::ControlExStyle(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return GetWindowLongPtrW(ctl, GWL_EXSTYLE);
-}
 
-std::optional<RECT> DialogView::ScreenRect(int id) const {
+std::optional<RECT> DialogView::RectInDialog(int id) const {
   HWND ctl = Control(id);
   RECT rect{};
   if (!ctl || !GetWindowRect(ctl, &rect)) return std::nullopt;
-  return rect;
-}
-
-std::optional<RECT> DialogView::RectInDialog(int id) const {
-  auto rect = ScreenRect(id);
-  if (!rect) return std::nullopt;
-  MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&*rect), 2);
+  MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&rect), 2);
   return rect;
 }
 
@@ -306,17 +190,7 @@ std::optional<std::pair<int, int>> DialogView::TrackbarRange(int id) const {
                         static_cast<int>(SendMessageW(ctl, TBM_GETRANGEMAX, 0, 0)));
 }
 
-std::optional<int> DialogView::ComboSelection(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return static_cast<int>(SendMessageW(ctl, CB_GETCURSEL, 0, 0));
-}
 
-std::optional<int> DialogView::ComboCount(int id) const {
-  HWND ctl = Control(id);
-  if (!ctl) return std::nullopt;
-  return static_cast<int>(SendMessageW(ctl, CB_GETCOUNT, 0, 0));
-}
 
 std::optional<int> DialogView::ToolbarButtonCount(int id) const {
   HWND ctl = Control(id);
@@ -324,13 +198,6 @@ std::optional<int> DialogView::ToolbarButtonCount(int id) const {
   return static_cast<int>(SendMessageW(ctl, TB_BUTTONCOUNT, 0, 0));
 }
 
-std::optional<UINT> DialogView::MenuItemState(int commandId) const {
-  HMENU menu = IsWindow(m_dialog) ? GetMenu(m_dialog) : nullptr;
-  if (!menu) return std::nullopt;
-  UINT state = GetMenuState(menu, commandId, MF_BYCOMMAND);
-  if (state == static_cast<UINT>(-1)) return std::nullopt;
-  return state;
-}
 
 std::optional<Image> DialogView::Pixels(int id) const {
   HWND ctl = Control(id);

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <exception>
 
-#include "qvdriver/WindowFinder.h"
+#include "qvdriver/WindowText.h"
 
 namespace qv::test {
 namespace {
@@ -138,10 +138,9 @@ void DialogDriver::OnTick() {
     m_waitStart = GetTickCount64();
   }
   const Step& step = steps[index];
-  HWND target = FindWindowFor(step.target, m_stack);
+  HWND target = m_stack.Outermost();
   if (!target) {
-    if (StepWaitExpired(step))
-      Abort(StepName(index) + " is stuck: " + step.target.Describe() + " did not appear");
+    if (StepWaitExpired(step)) Abort(StepName(index) + " is stuck: the dialog did not appear");
     return;
   }
   RunStep(index, target);
@@ -151,7 +150,7 @@ void DialogDriver::RunStep(size_t index, HWND target) {
   const Step& step = m_script->Steps()[index];
   m_next = index + 1;
   m_running.push_back(index);
-  StepContext ctx(target, m_stack);
+  StepContext ctx(target);
   try {
     step.action(ctx);
   } catch (const std::exception& e) {

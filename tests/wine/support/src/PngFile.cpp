@@ -11,7 +11,7 @@
 #include <filesystem>
 
 #include "qvdriver/WinHandles.h"
-#include "qvdriver/WindowFinder.h"
+#include "qvdriver/WindowText.h"
 
 namespace qv::test {
 namespace {

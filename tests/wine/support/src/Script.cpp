@@ -3,23 +3,17 @@
  */
 #include "qvdriver/Script.h"
 
-#include "qvdriver/WindowFinder.h"
+#include <utility>
 
 namespace qv::test {
-
-HWND StepContext::Find(const WindowQuery& query) const { return FindWindowFor(query, m_stack); }
 
 bool StepContext::Require(const Outcome& outcome) {
   if (!outcome) Fail(outcome.Message());
   return outcome.IsOk();
 }
 
-Script& Script::Do(std::string description, StepAction action) {
-  return DoIn(WindowQuery::Main(), std::move(description), std::move(action));
-}
-
-Script& Script::DoIn(WindowQuery target, std::string description, StepAction action, DWORD waitMs) {
-  m_steps.push_back(Step{std::move(description), std::move(target), std::move(action), waitMs});
+Script& Script::Do(std::string description, StepAction action, DWORD waitMs) {
+  m_steps.push_back(Step{std::move(description), std::move(action), waitMs});
   return *this;
 }
 
@@ -33,16 +27,12 @@ Script& Script::Expect(std::string description, std::function<bool(const DialogV
 Script& Script::WaitUntil(std::string description, std::function<bool(const DialogView&)> condition,
                           DWORD waitMs) {
   std::string what = description;
-  return DoIn(
-      WindowQuery::Main(), std::move(description),
+  return Do(
+      std::move(description),
       [condition, what](StepContext& ctx) {
         if (!condition(ctx.View())) ctx.Retry("still waiting until " + what);
       },
       waitMs);
-}
-
-Script& Script::WaitFor(WindowQuery target, std::string description, DWORD waitMs) {
-  return DoIn(std::move(target), std::move(description), [](StepContext&) {}, waitMs);
 }
 
 Script& Script::ClickOk() {

@@ -11,9 +11,9 @@
  * file dialog), so each tick runs the next step of the script there.
  *
  * Re-entrancy. A step that clicks a button which opens a nested modal does not
- * return until that modal closes; meanwhile the next ticks run the next steps,
- * which find the nested window by caption or class and act on it. The step
- * index is claimed before a step's action runs, so nested ticks move on.
+ * return until that modal closes; meanwhile the next ticks run the next steps
+ * inside the nested loop. The step index is claimed before a step's action
+ * runs, so nested ticks move on.
  *
  * Watchdog. The second timer fires at the run's timeout. A step whose window
  * does not appear, or whose condition does not come true, within its wait, a

@@ -1,9 +1,8 @@
 /*
  * Acting on and reading back a dialog's controls by template id, the way a
  * user's input reaches them: a trackbar moved as a drag sends it, text typed
- * into an edit (raising EN_CHANGE), a combo pick with CBN_SELCHANGE, button
- * clicks, menu commands, WM_NOTIFY codes, keys and mouse messages at client
- * points. Controls are found by id anywhere below the dialog, so controls in
+ * into an edit (raising EN_CHANGE), button clicks, keys and mouse messages at
+ * client points. Controls are found by id anywhere below the dialog, so controls in
  * child panes are reachable too. Actions answer with an Outcome naming the
  * missing or unsuitable control; read-backs answer std::nullopt for a
  * control that does not exist.
@@ -22,8 +21,6 @@
 
 namespace qv::test {
 
-enum class MouseButton { Left, Right };
-
 class DialogView {
  public:
   explicit DialogView(HWND dialog) : m_dialog(dialog) {}
@@ -37,32 +34,20 @@ class DialogView {
   // Moves the focus into the edit and on to the next tab stop, as leaving a
   // field does, so EN_KILLFOCUS commits the value.
   Outcome CommitEdit(int id) const;
-  Outcome SelectComboIndex(int id, int index) const;
-  Outcome SelectComboText(int id, const std::wstring& text) const;
   // BM_CLICK: returns after the click's handler, including any nested modal
   // it runs (later steps act on that modal meanwhile).
   Outcome Click(int id) const;
-  // Posts BN_CLICKED instead, so the step returns at once.
-  Outcome PostClick(int id) const;
-  Outcome SetCheck(int id, bool checked) const;
-  Outcome MenuCommand(int commandId) const;
-  Outcome Notify(int id, UINT code) const;
-  Outcome Focus(int id) const;
-  // WM_KEYDOWN, WM_CHAR for a printable key, WM_KEYUP to the control.
-  Outcome PressKey(int id, UINT virtualKey) const;
-  Outcome TypeText(int id, const std::wstring& text) const;
   // Focuses the control and posts WM_KEYDOWN and WM_KEYUP to it, so the key
   // goes through the modal loop as typed input does: the dialog manager turns
   // Enter into the default button, Escape into Cancel, Tab into the next
   // control, and the loop's TranslateMessage makes the WM_CHAR. The effect is
   // visible from the next step on.
   Outcome PostKey(int id, UINT virtualKey) const;
-  // Mouse messages at a point in the control's client area; id 0 means the
+  // Left-button mouse messages at a point in the control's client area; id 0 means the
   // dialog itself.
-  Outcome MouseDown(int id, POINT pt, MouseButton button = MouseButton::Left) const;
+  Outcome MouseDown(int id, POINT pt) const;
   Outcome MouseMove(int id, POINT pt, bool leftHeld = false) const;
-  Outcome MouseUp(int id, POINT pt, MouseButton button = MouseButton::Left) const;
-  Outcome MouseClick(int id, POINT pt, MouseButton button = MouseButton::Left) const;
+  Outcome MouseUp(int id, POINT pt) const;
   Outcome MouseWheel(int id, POINT pt, int delta) const;
   // WM_COMMAND IDOK / IDCANCEL as the buttons send it.
   Outcome Ok() const { return Command(IDOK); }
@@ -71,26 +56,17 @@ class DialogView {
 
   // --- read-backs of the dialog itself
   std::wstring Caption() const;
-  LONG_PTR Style() const { return GetWindowLongPtrW(m_dialog, GWL_STYLE); }
   LONG_PTR ExStyle() const { return GetWindowLongPtrW(m_dialog, GWL_EXSTYLE); }
   int FocusedId() const;
 
   // --- read-backs of controls
   std::optional<std::wstring> Text(int id) const;
-  std::optional<int> CheckState(int id) const;  // BST_UNCHECKED, BST_CHECKED, BST_INDETERMINATE
-  std::optional<bool> Enabled(int id) const;
   std::optional<bool> Visible(int id) const;
-  std::optional<LONG_PTR> ControlStyle(int id) const;
-  std::optional<LONG_PTR> ControlExStyle(int id) const;
-  std::optional<RECT> ScreenRect(int id) const;
   // Relative to the dialog's client area, as a layout check wants it.
   std::optional<RECT> RectInDialog(int id) const;
   std::optional<int> TrackbarPos(int id) const;
   std::optional<std::pair<int, int>> TrackbarRange(int id) const;
-  std::optional<int> ComboSelection(int id) const;
-  std::optional<int> ComboCount(int id) const;
   std::optional<int> ToolbarButtonCount(int id) const;
-  std::optional<UINT> MenuItemState(int commandId) const;  // GetMenuState flags
   std::optional<Image> Pixels(int id) const;
 
  private:

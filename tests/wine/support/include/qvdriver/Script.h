@@ -1,7 +1,7 @@
 /*
  * A script: the ordered steps a driver runs inside a dialog's modal loop.
- * Each step names its window (WindowQuery), waits until that window is up and
- * then runs its action once with a StepContext. An action records failures
+ * Each step waits until the dialog is up and then runs its action once with a
+ * StepContext. An action records failures
  * through the context; a check whose condition is not met yet asks to be
  * retried, and is run again on the next tick until the step's wait ends.
  */
@@ -16,20 +16,15 @@
 
 #include "qvdriver/DialogView.h"
 #include "qvdriver/Outcome.h"
-#include "qvdriver/WindowQuery.h"
 
 namespace qv::test {
 
-class ModalStack;
-
 class StepContext {
  public:
-  StepContext(HWND target, const ModalStack& stack) : m_target(target), m_stack(stack) {}
+  explicit StepContext(HWND target) : m_target(target) {}
 
   HWND Target() const { return m_target; }
   DialogView View() const { return DialogView(m_target); }
-  // Another window of the call, for a step that looks beyond its own.
-  HWND Find(const WindowQuery& query) const;
 
   void Fail(std::string message) { m_failures.push_back(std::move(message)); }
   // Records the outcome's message when it failed; answers whether it succeeded.
@@ -46,7 +41,6 @@ class StepContext {
 
  private:
   HWND m_target;
-  const ModalStack& m_stack;
   std::vector<std::string> m_failures;
   bool m_retry = false;
   std::string m_retryReason;
@@ -56,23 +50,17 @@ using StepAction = std::function<void(StepContext&)>;
 
 struct Step {
   std::string description;
-  WindowQuery target;
   StepAction action;
   DWORD waitMs = 0;  // 0: the run's default step wait
 };
 
 class Script {
  public:
-  // A step on the main dialog.
-  Script& Do(std::string description, StepAction action);
-  // A step on another window, run once that window is up.
-  Script& DoIn(WindowQuery target, std::string description, StepAction action, DWORD waitMs = 0);
-  // A check on the main dialog that must hold when the step runs.
+  Script& Do(std::string description, StepAction action, DWORD waitMs = 0);
+  // A check that must hold when the step runs.
   Script& Expect(std::string description, std::function<bool(const DialogView&)> condition);
   // A check polled until it holds (or the step's wait runs out).
   Script& WaitUntil(std::string description, std::function<bool(const DialogView&)> condition, DWORD waitMs = 0);
-  // Waits for a window to appear without acting on it.
-  Script& WaitFor(WindowQuery target, std::string description, DWORD waitMs = 0);
   // The usual closing steps.
   Script& ClickOk();
   Script& ClickCancel();
