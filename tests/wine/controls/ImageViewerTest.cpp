@@ -219,7 +219,7 @@ TEST_F(ImageViewerTest, PaintsTheBitmapAndTheSplitView) {
   EXPECT_GE(paints, 1u);
 
   // Split: the before image left of the divider (the middle by default).
-  viewer.SetSplitDisplay(&before.bitmap, RECT{0, 0, 4, 2});
+  viewer.SetSplitDisplay(CQVImageViewer::Display(CQVImageViewer::Display(), &before.bitmap), RECT{0, 0, 4, 2});
   EXPECT_TRUE(viewer.IsSplit());
   EXPECT_EQ(viewer.GetSplitPos(), 100);
   shown = Capture(width);

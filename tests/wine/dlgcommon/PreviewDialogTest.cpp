@@ -39,6 +39,19 @@ bool SameBitmapPixels(const BITMAPHANDLE& a, const BITMAPHANDLE& b) {
   return true;
 }
 
+// True when the after pane shows the before pane's picture above its note band (inside the frame and the
+// focus rectangle, which only one pane has).
+bool AfterPaneShowsTheOriginal(const DialogView& v) {
+  constexpr int kFrame = 4;
+  const auto before = v.Pixels(IDC_TEST_BEFORE);
+  const auto after = v.Pixels(IDC_TEST_AFTER);
+  if (!before || !after || after->Empty() || before->width != after->width) return false;
+  for (int y = kFrame; y < after->height / 2; ++y)
+    for (int x = kFrame; x < after->width - kFrame; ++x)
+      if (!before->At(x, y).SameColor(after->At(x, y))) return false;
+  return true;
+}
+
 std::string Describe(const qv::test::Bgra& c) {
   return std::to_string(c.r) + "," + std::to_string(c.g) + "," + std::to_string(c.b);
 }
@@ -198,6 +211,16 @@ TEST(BeforeAfterPreview, PanningOrWheelZoomInOnePaneMovesTheOther) {
       .Expect("both panes zoomed in", [&](const DialogView&) {
         return dialog.GetAfterView().GetZoom() == 150 && dialog.GetBeforeView().GetZoom() == 150;
       })
+      .Do("zoom keys off, as for a host without zoom buttons, back at fit zoom", [&](StepContext& c) {
+        dialog.SetZoomKeyEnabled(0);
+        dialog.OnZoomToFitBtnClicked();
+        c.Require(c.View().MouseWheel(IDC_TEST_AFTER, POINT{60, 60}, WHEEL_DELTA));
+        c.Require(c.View().MouseWheel(IDC_TEST_BEFORE, POINT{60, 60}, -WHEEL_DELTA));
+      })
+      .Expect("the wheel left the fit zoom alone", [&](const DialogView&) {
+        return dialog.GetZoomToFit() == 1 && dialog.GetAfterView().GetZoomToFit() == 1 &&
+               dialog.GetBeforeView().GetZoomToFit() == 1;
+      })
       .ClickCancel();
   const auto result = Drive(dialog, script);
   EXPECT_TRUE(result.Ok()) << result.Report();
@@ -296,6 +319,22 @@ TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndEndingMakesTheWaitingRend
   auto photo = Photo(300, 200);
   {
     CPreviewTestDialog dialog(photo->Get());
+    dialog.onInit = [](CPreviewTestDialog& d) {
+      d.EnableProcessing(0);
+      for (HWND view : {d.GetBeforeView().m_hWnd, d.GetAfterView().m_hWnd}) ::ShowWindow(view, SW_HIDE);
+    };
+    Script script;
+    script.Do("let posted messages run", [](StepContext&) {})
+        .Do("rebuild the views", [&](StepContext&) { dialog.DoUpdateViews(); })
+        .Expect("with both panes hidden no display source is made", [&](const DialogView&) {
+          return dialog.GetDisplaySource() == nullptr && dialog.EffectRuns() == 0;
+        })
+        .ClickCancel();
+    const auto result = Drive(dialog, script);
+    EXPECT_TRUE(result.Ok()) << result.Report();
+  }
+  {
+    CPreviewTestDialog dialog(photo->Get());
     dialog.onInit = [](CPreviewTestDialog& d) { d.EnableProcessing(0); };
     Script script;
     script.Do("change the level", [&](StepContext&) { dialog.SetLevel(250); })
@@ -321,8 +360,16 @@ TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndEndingMakesTheWaitingRend
           dialog.SetLevel(200);
         })
         .WaitUntil("the failure is kept", [&](const DialogView&) { return dialog.GetLastPreviewResult() == 0; })
-        .Expect("the last good render is still shown", [&](const DialogView&) {
-          return dialog.GetAfterBitmap() != nullptr && dialog.LastEffectLevel() == -300;
+        .Expect("the after pane says that the preview failed", [&](const DialogView&) {
+          return dialog.GetPreviewFailure() == 0 && dialog.GetAfterView().GetNote() == L"Preview failed (error 0)";
+        })
+        .Expect("the after pane drops the older render", [&](const DialogView& v) { return AfterPaneShowsTheOriginal(v); })
+        .Do("a working preview again", [&](StepContext&) {
+          dialog.failEffect = false;
+          dialog.SetLevel(100);
+        })
+        .WaitUntil("the note goes", [&](const DialogView&) {
+          return dialog.LastEffectLevel() == 100 && dialog.GetAfterView().GetNote().empty();
         })
         .ClickOk();
     const auto result = Drive(dialog, script);

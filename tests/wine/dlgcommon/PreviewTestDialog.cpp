@@ -20,7 +20,7 @@ BOOL CPreviewTestDialog::OnInitDialog() {
 
 void CPreviewTestDialog::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
-  if (okStringId >= 0) SetDlgItemText(IDOK, GetDlgString(static_cast<unsigned>(okStringId)).c_str());
+  if (okStringId >= 0) SetItemString(IDOK, static_cast<unsigned>(okStringId));
 }
 
 void CPreviewTestDialog::DoDataExchange(qvfw::CDataExchange* pDX) {

@@ -13,8 +13,9 @@ void Show(HWND dialog, int id, bool show) {
 
 }  // namespace
 
-void ApplyPreviewFlags(CQVBeforeAfterDlg& dialog, uint32_t flags, const ToolbarBits& bits, int beforeLabelId,
-                       int afterLabelId) {
+void ApplyPreviewFlags(CQVBeforeAfterDlg& dialog, uint32_t flags, const ToolbarBits& bits) {
+  const int beforeLabelId = dialog.GetBeforeLabelId();
+  const int afterLabelId = dialog.GetAfterLabelId();
   const HWND window = dialog.GetSafeHwnd();
   const PreviewFlagPlan plan = PlanPreviewFlags(flags, bits, dialog.GetHelpCallback() != nullptr);
   const HWND toolbar = dialog.GetPreviewToolbar();
