@@ -7,7 +7,9 @@
 namespace qvdlg {
 namespace {
 
+// Id 0 names no control (a dialog without pane labels).
 void Show(HWND dialog, int id, bool show) {
+  if (id == 0) return;
   if (HWND control = ::GetDlgItem(dialog, id)) ::ShowWindow(control, show ? SW_SHOW : SW_HIDE);
 }
 

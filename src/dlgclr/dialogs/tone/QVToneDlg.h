@@ -94,7 +94,7 @@ class CQVToneDlg : public CQVBeforeAfterDlg {
   uint32_t m_uFlags = 0;
   int m_nProcessResult = QV_SUCCESS;
   // Histogram contrast: the caller's median intensity, asked once (-1 until then, or when the kernel
-  // cannot tell).
+  // cannot tell: the preview then fails, as OK's run on that bitmap would).
   int m_nMedian = -1;
   bool m_bMedianAsked = false;
 };
