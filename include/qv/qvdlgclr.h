@@ -8,6 +8,12 @@
  * offsets, and each offset below is part of the binary contract (checked by
  * static asserts). uStructSize must equal sizeof the structure exactly.
  * Call Q_DlgInit (qvdlgkrn.h) once before the first dialog.
+ *
+ * When QVDLG_AUTO_PROCESS or QVDLG_SHOW_PREVIEW demands the bitmap, a palette
+ * image (1, 2, 4 bits, or 8 bits not gray) with a region set is refused with
+ * QV_ERROR_UNSUPPORTED_FORMAT after the other bitmap checks: no effect can
+ * change the pixels inside the region alone when both sides share one
+ * palette, so the dialog neither opens nor previews what OK cannot do.
  */
 #ifndef QV_QVDLGCLR_H
 #define QV_QVDLGCLR_H

@@ -36,6 +36,7 @@
 #define QVDLGSTR_PREVIEW_SHOW_EFFECT 8     /* tooltip: show or hide the effect */
 #define QVDLGSTR_PREVIEW_RESET_VIEW 9      /* tooltip: reset zoom, pan and split */
 #define QVDLGSTR_PREVIEW_OUT_OF_DATE 10    /* after pane text while Apply is pending */
+#define QVDLGSTR_PREVIEW_FAILED 32         /* after pane text when the effect failed; its %d is the code */
 #define QVDLGSTR_IMAGE_COLORS 22           /* color picker: title of the image-palette list */
 #define QVDLGSTR_DEFAULT_MODEL 23          /* color picker: the "( Default )" model menu entry */
 #define QVDLGSTR_PALETTE_LIST 146          /* palette editor: left list title */

@@ -153,6 +153,23 @@ int Q_ChangeBitmapSaturation(BITMAPHANDLE* pBitmap, int nChange, unsigned int uF
 int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlags);
 
 /*
+ * Q_HistoContrastBitmap about a given center: nMedian in 0..max of the
+ * format's intensity (0..255 for palette and 5-6-5 images), usually the
+ * answer of Q_GetBitmapMedianIntensity for another bitmap. This parameter
+ * exists so that a reduced or cropped preview copy is processed with the
+ * curve of the full image (or its region), exactly as the full image will
+ * be: the median of a reduction is not the median of the image.
+ */
+int Q_HistoContrastBitmapExt(BITMAPHANDLE* pBitmap, int nChange, int nMedian, unsigned int uFlags);
+
+/*
+ * The lower median intensity Q_HistoContrastBitmap centers on, over the
+ * region when one is set, into *pnMedian (left alone on an error). Reads
+ * the bitmap only; accepts what Q_HistoContrastBitmap accepts.
+ */
+int Q_GetBitmapMedianIntensity(const BITMAPHANDLE* pBitmap, int* pnMedian, unsigned int uFlags);
+
+/*
  * Each channel to the nearest of uLevels (2..64) evenly spaced values over
  * 0..max: level k = round(k * max / (uLevels - 1)). Every format; on signed
  * gray the levels span the signed range, min + round(k * max / (uLevels - 1)),

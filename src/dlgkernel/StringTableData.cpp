@@ -52,6 +52,8 @@ const StringEntry kStringTable[] = {
     {29, L"CMY", L"CMY"},
     {30, L"CMYK", L"CMYK"},
     {31, L"Lab", L"Lab"},
+    // The after pane when the effect failed on the preview.
+    {32, L"Preview failed (error %d)", L"Vorschau fehlgeschlagen (Fehler %d)"},
     // Palette editor: title, labels, standard palettes.
     {76, L"Palette Editor", L"Paletteneditor"},
     {77, L"&Palette:", L"&Palette:"},

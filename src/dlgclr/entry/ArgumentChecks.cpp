@@ -34,6 +34,14 @@ int CheckDemandedBitmap(const void* bitmap, bool refusesSigned) {
   return QV_SUCCESS;
 }
 
+bool IsPaletteImageWithRegion(const void* bitmap) {
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return false;
+  const int bits = ReadAt<int32_t>(bitmap, offsetof(BITMAPHANDLE, nBitsPerPixel));
+  const uint32_t order = ReadAt<uint32_t>(bitmap, offsetof(BITMAPHANDLE, uOrder));
+  const bool palette = bits == 1 || bits == 2 || bits == 4 || (bits == 8 && order != QV_ORDER_GRAY);
+  return palette && (ReadAt<uint32_t>(bitmap, offsetof(BITMAPHANDLE, uRgnFlags)) & QV_RGN_SET) != 0;
+}
+
 int CheckExportArguments(const ExportInfo& info, int ready, const void* params) {
   if (ready != 1) return QV_ERROR_DLG_NOT_READY;
   if (!params || !qv::IsValidAddress(params, info.probedSize, true)) return QV_ERROR_INVALID_PARAMETER;
@@ -46,6 +54,8 @@ int CheckExportArguments(const ExportInfo& info, int ready, const void* params) 
     const int result = CheckDemandedBitmap(bitmap, info.refusesSigned);
     if (result != QV_SUCCESS) return result;
   }
+  if ((flags & (QVDLG_AUTO_PROCESS | QVDLG_SHOW_PREVIEW)) != 0 && IsPaletteImageWithRegion(bitmap))
+    return QV_ERROR_UNSUPPORTED_FORMAT;
   return QV_SUCCESS;
 }
 

@@ -105,3 +105,31 @@ extern "C" int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigne
     return ApplyChannelMap(*pBitmap, f, ContrastCurve(nChange, median));
   });
 }
+
+extern "C" int Q_HistoContrastBitmapExt(BITMAPHANDLE* pBitmap, int nChange, int nMedian, unsigned int uFlags) {
+  using namespace qv::ops;
+  static constexpr FormatSet kFormats = kAllUnsigned;
+  return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
+    if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;
+    if (nMedian < 0 || static_cast<uint32_t>(nMedian) > ChannelMax(f)) return QV_ERROR_INVALID_PARAMETER;
+    return ApplyChannelMap(*pBitmap, f, ContrastCurve(nChange, nMedian));
+  });
+}
+
+extern "C" int Q_GetBitmapMedianIntensity(const BITMAPHANDLE* pBitmap, int* pnMedian, unsigned int uFlags) {
+  using namespace qv::ops;
+  return qv::Guarded([&] {
+    if (!qv::IsValidAddress(pnMedian, sizeof(int), true)) return QV_ERROR_INVALID_PARAMETER;
+    int rc = qv::CheckBitmap(pBitmap, qv::Access::Read);
+    if (rc != QV_SUCCESS) return rc;
+    rc = qv::CheckFlags(uFlags, 0);
+    if (rc != QV_SUCCESS) return rc;
+    qv::PixelFormat f;
+    rc = qv::DescribePixelFormat(*pBitmap, &f);
+    if (rc != QV_SUCCESS) return rc;
+    if (!kAllUnsigned.Accepts(f)) return QV_ERROR_UNSUPPORTED_FORMAT;
+    const int64_t median = MedianIntensity(*pBitmap, f, &rc);
+    if (rc == QV_SUCCESS) *pnMedian = static_cast<int>(median);
+    return rc;
+  });
+}

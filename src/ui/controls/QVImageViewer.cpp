@@ -23,23 +23,24 @@ CQVImageViewer::~CQVImageViewer() = default;
 
 void CQVImageViewer::SetBitmap(const BITMAPHANDLE* bitmap) {
   if (!bitmap) {
-    m_display = nullptr;
-    m_left = nullptr;
+    m_display.reset();
+    m_left.reset();
     SetContentSize(0, 0);
     return;
   }
   SetContentSize(bitmap->nWidth, bitmap->nHeight);
-  SetDisplay(bitmap, RECT{0, 0, bitmap->nWidth, bitmap->nHeight});
+  // The caller keeps the bitmap: shared without an owner.
+  SetDisplay(Display(Display(), bitmap), RECT{0, 0, bitmap->nWidth, bitmap->nHeight});
 }
 
-void CQVImageViewer::SetDisplay(const BITMAPHANDLE* display, const RECT& imageRect) {
-  m_display = display;
+void CQVImageViewer::SetDisplay(Display display, const RECT& imageRect) {
+  m_display = std::move(display);
   m_imageRect = imageRect;
   if (m_hWnd) Invalidate(FALSE);
 }
 
-void CQVImageViewer::SetSplitDisplay(const BITMAPHANDLE* left, const RECT& imageRect) {
-  m_left = left;
+void CQVImageViewer::SetSplitDisplay(Display left, const RECT& imageRect) {
+  m_left = std::move(left);
   if (left) m_imageRect = imageRect;
   if (m_hWnd) Invalidate(FALSE);
 }
@@ -86,19 +87,19 @@ void CQVImageViewer::OnDraw(HDC dc, const RECT&) {
     HPALETTE palette = nullptr;
     qvfw::UniquePalette owned;
     if (::GetDeviceCaps(dc, RASTERCAPS) & RC_PALETTE) {
-      if (Q_CreatePaintPalette(dc, m_display, &palette, 0) == QV_SUCCESS) owned.Reset(palette);
+      if (Q_CreatePaintPalette(dc, m_display.get(), &palette, 0) == QV_SUCCESS) owned.Reset(palette);
     }
     qvfw::SelectPaletteScope selectPalette(dc, owned.Get(), m_forceBackground);
     if (m_left) {
       const int split = GetSplitPos();
-      PaintLayer(dc, m_left, RECT{client.left, client.top, split, client.bottom});
-      PaintLayer(dc, m_display, RECT{split, client.top, client.right, client.bottom});
+      PaintLayer(dc, m_left.get(), RECT{client.left, client.top, split, client.bottom});
+      PaintLayer(dc, m_display.get(), RECT{split, client.top, client.right, client.bottom});
       qvfw::UniquePen pen(::CreatePen(PS_SOLID, 1, ::GetSysColor(COLOR_HIGHLIGHT)));
       qvfw::SelectObjectScope selectPen(dc, pen.Get());
       ::MoveToEx(dc, split, client.top, nullptr);
       ::LineTo(dc, split, client.bottom);
     } else {
-      PaintLayer(dc, m_display, client);
+      PaintLayer(dc, m_display.get(), client);
     }
     if ((m_region.uMode & 1) && (m_display->uRgnFlags & QV_RGN_SET)) {
       // The region is given in the display bitmap's pixels.

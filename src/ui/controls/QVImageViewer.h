@@ -12,6 +12,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "QVScrollWnd.h"
@@ -34,15 +35,20 @@ class CQVImageViewer : public CQVScrollWnd {
   CQVImageViewer();
   ~CQVImageViewer() override;
 
+  // What the viewer paints. It shares ownership, so a bitmap its owner
+  // replaces or frees while a repaint is still due stays alive until the
+  // viewer lets go of it.
+  using Display = std::shared_ptr<const BITMAPHANDLE>;
+
   // Shows the whole of `bitmap` (content size = bitmap size); null clears.
   // The viewer keeps the pointer: the bitmap must outlive its display.
   void SetBitmap(const BITMAPHANDLE* bitmap);
   // Shows `display` standing for `imageRect` of the content (content size
   // must already be set).
-  void SetDisplay(const BITMAPHANDLE* display, const RECT& imageRect);
+  void SetDisplay(Display display, const RECT& imageRect);
   // Split mode: `left` (for the same rectangle) is shown left of the
   // divider; null ends split mode.
-  void SetSplitDisplay(const BITMAPHANDLE* left, const RECT& imageRect);
+  void SetSplitDisplay(Display left, const RECT& imageRect);
   bool IsSplit() const { return m_left != nullptr; }
   // Divider position, client x.
   int GetSplitPos() const;
@@ -72,8 +78,8 @@ class CQVImageViewer : public CQVScrollWnd {
   void PaintLayer(HDC dc, const BITMAPHANDLE* layer, const RECT& clip);
   bool NearDivider(POINT point) const;
 
-  const BITMAPHANDLE* m_display = nullptr;
-  const BITMAPHANDLE* m_left = nullptr;
+  Display m_display;
+  Display m_left;
   RECT m_imageRect{};
   double m_splitShare = 0.5;  // divider as a share of the shown content width
   bool m_draggingDivider = false;

@@ -33,8 +33,13 @@ void CPreviewPipeline::SetImage(const BITMAPHANDLE* bitmap) {
   Invalidate();
 }
 
+std::shared_ptr<const BITMAPHANDLE> CPreviewPipeline::SharedSource() const {
+  if (!HasSource()) return nullptr;
+  return std::shared_ptr<const BITMAPHANDLE>(m_source, m_source->GetHandle());
+}
+
 void CPreviewPipeline::Invalidate() {
-  m_source.Free();
+  m_source.reset();
   m_sourceRect = RECT{};
   m_sourceScale = 0;
   m_sourceCover = qvpreview::RegionCover::kWhole;
@@ -84,11 +89,13 @@ bool CPreviewPipeline::Prepare(const PreviewView& view) {
   const int width = ScaledSize(region.right - region.left, scale);
   const int height = ScaledSize(region.bottom - region.top, scale);
   Invalidate();
-  m_lastResult = Reduce(*m_image, region, width, height, &m_source, &m_sourceCover);
+  auto built = std::make_shared<CQVBitmap>();
+  m_lastResult = Reduce(*m_image, region, width, height, built.get(), &m_sourceCover);
   if (m_lastResult != QV_SUCCESS) {
     Invalidate();
     return false;
   }
+  m_source = std::move(built);
   m_sourceRect = region;
   m_sourceScale = scale;
   return true;
@@ -101,7 +108,7 @@ int CPreviewPipeline::Render(const Effect& effect, bool neighbourhood, CQVBitmap
   }
   CQVBitmap work;
   qvpreview::RegionCover cover = m_sourceCover;
-  const BITMAPHANDLE& source = *m_source.GetHandle();
+  const BITMAPHANDLE& source = *m_source->GetHandle();
   const bool reduced = source.nWidth != m_sourceRect.right - m_sourceRect.left ||
                        source.nHeight != m_sourceRect.bottom - m_sourceRect.top;
   if (neighbourhood && reduced) {

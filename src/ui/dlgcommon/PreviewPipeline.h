@@ -17,6 +17,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <memory>
 
 #include "DisplayRegion.h"
 #include "QVBitmap.h"
@@ -41,8 +42,10 @@ class CPreviewPipeline {
   bool Prepare(const PreviewView& view);
   void Invalidate();
 
-  const CQVBitmap& Source() const { return m_source; }
-  bool HasSource() const { return m_source.IsAllocated(); }
+  const CQVBitmap& Source() const { return *m_source; }
+  // The source as a pane holds it (null while there is none).
+  std::shared_ptr<const BITMAPHANDLE> SharedSource() const;
+  bool HasSource() const { return m_source && m_source->IsAllocated(); }
   // The image rectangle the source holds.
   const RECT& SourceRect() const { return m_sourceRect; }
 
@@ -59,7 +62,7 @@ class CPreviewPipeline {
              qvpreview::RegionCover* cover) const;
 
   const BITMAPHANDLE* m_image = nullptr;
-  CQVBitmap m_source;
+  std::shared_ptr<CQVBitmap> m_source;
   RECT m_sourceRect{};
   double m_sourceScale = 0;
   qvpreview::RegionCover m_sourceCover = qvpreview::RegionCover::kWhole;

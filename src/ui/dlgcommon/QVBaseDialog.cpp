@@ -21,11 +21,29 @@ CQVBaseDialog::CQVBaseDialog(UINT templateId, qvfw::CWnd* parent, unsigned dialo
     : qvfw::CDialog(templateId, parent), m_dialogId(dialogId) {}
 
 std::wstring CQVBaseDialog::GetDlgString(unsigned id) {
+  std::wstring text;
+  FindDlgString(id, &text);
+  return text;
+}
+
+bool CQVBaseDialog::FindDlgString(unsigned id, std::wstring* text) {
   unsigned length = 0;
-  if (Q_DlgGetStringLen(id, &length) != QV_SUCCESS) return std::wstring();
+  if (Q_DlgGetStringLen(id, &length) != QV_SUCCESS) return false;
   std::vector<wchar_t> buffer(static_cast<size_t>(length) + 1, L'\0');
-  if (Q_DlgGetString(id, buffer.data(), length + 1) != QV_SUCCESS) return std::wstring();
-  return std::wstring(buffer.data());
+  if (Q_DlgGetString(id, buffer.data(), length + 1) != QV_SUCCESS) return false;
+  text->assign(buffer.data());
+  return true;
+}
+
+void CQVBaseDialog::SetItemString(int controlId, unsigned stringId) {
+  std::wstring text;
+  if (controlId == 0 || !GetDlgItemHandle(controlId) || !FindDlgString(stringId, &text)) return;
+  SetDlgItemText(controlId, text.c_str());
+}
+
+void CQVBaseDialog::SetTitleString(unsigned stringId) {
+  std::wstring text;
+  if (FindDlgString(stringId, &text)) SetWindowText(text.c_str());
 }
 
 int CQVBaseDialog::SetHelpCallback(pQVHELPCALLBACK callback) {
@@ -53,7 +71,11 @@ BOOL CQVBaseDialog::OnInitDialog() {
   return result;
 }
 
-void CQVBaseDialog::SetDialogStrings() {}
+void CQVBaseDialog::SetDialogStrings() {
+  SetItemString(IDOK, kStringOk);
+  SetItemString(IDCANCEL, kStringCancel);
+  SetItemString(kHelpButtonId, kStringHelp);
+}
 
 void CQVBaseDialog::PlaceAtPositionPoint() {
   // The host's point is read now, at opening; one that cannot be read is

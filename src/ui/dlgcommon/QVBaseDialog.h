@@ -7,7 +7,8 @@
  * host's user data. The position point is process-wide: the last point set
  * before a dialog opens decides where it opens (through Q_DlgPlaceWindow,
  * which keeps the dialog whole on its monitor; no point centres it on its
- * owner).
+ * owner). OK, Cancel and Help get their texts here, once for every dialog;
+ * a control whose text the kernel lacks keeps its template text.
  */
 #pragma once
 
@@ -24,11 +25,20 @@ typedef void (*pQVHELPCALLBACK)(unsigned int uDlgId, int nCtrlId, void* pUserDat
 class CQVBaseDialog : public qvfw::CDialog {
  public:
   static constexpr int kHelpButtonId = 9;
+  // Kernel string ids every dialog shares.
+  static constexpr unsigned kStringOk = 0;
+  static constexpr unsigned kStringCancel = 1;
+  static constexpr unsigned kStringHelp = 2;
+  static constexpr unsigned kStringBefore = 3;
+  static constexpr unsigned kStringAfter = 4;
 
   CQVBaseDialog(UINT templateId, qvfw::CWnd* parent, unsigned dialogId);
 
   // The dialog kernel's text for `id`, or "" when it has none.
   static std::wstring GetDlgString(unsigned id);
+  // False when the kernel has no text for `id` (an id missing from the
+  // table, or from the language in use); *text is then left alone.
+  static bool FindDlgString(unsigned id, std::wstring* text);
 
   int SetHelpCallback(pQVHELPCALLBACK callback);
   int SetHelpCallBackUserData(void* userData);
@@ -48,8 +58,12 @@ class CQVBaseDialog : public qvfw::CDialog {
  protected:
   // Sets the texts (SetDialogStrings), then places the dialog.
   BOOL OnInitDialog() override;
-  // Base: nothing. The dialogs set their texts from GetDlgString here.
+  // Base: OK, Cancel and Help. The dialogs add their own texts here.
   virtual void SetDialogStrings();
+  // Set a control's text (id 0: none) or the title from the kernel,
+  // keeping the template text when the kernel has none.
+  void SetItemString(int controlId, unsigned stringId);
+  void SetTitleString(unsigned stringId);
   // With the Help button hidden, OK and Cancel move right so that the last
   // of them takes the Help button's place (mode 0, the only one used).
   void ShiftOkCancelBtns(int mode);

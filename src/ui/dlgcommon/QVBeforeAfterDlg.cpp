@@ -30,6 +30,25 @@ bool IsTextEntry(HWND window) {
   return _wcsicmp(name, L"Edit") == 0 || _wcsicmp(name, L"RichEdit20W") == 0;
 }
 
+// The one place a pane is put at fit or at a fixed zoom.
+void ShowZoom(CQVImageViewer& view, bool fit, int zoomPercent) {
+  view.SetZoomToFit(fit ? 1 : 0);
+  if (!fit) view.SetZoom(zoomPercent);
+}
+
+// The failure text with its first "%d" replaced by the code. Replaced by
+// hand: a host's override of the text is no format string to trust.
+std::wstring WithCode(std::wstring text, int code) {
+  const size_t at = text.find(L"%d");
+  if (at != std::wstring::npos) text.replace(at, 2, std::to_wstring(code));
+  return text;
+}
+
+CQVImageViewer::Display Shared(const std::shared_ptr<CQVBitmap>& bitmap) {
+  if (!bitmap) return nullptr;
+  return CQVImageViewer::Display(bitmap, bitmap->GetHandle());
+}
+
 RECT ChildRect(HWND dialog, HWND child) {
   RECT r{};
   GetWindowRect(child, &r);
@@ -40,11 +59,9 @@ RECT ChildRect(HWND dialog, HWND child) {
 }  // namespace
 
 CQVBeforeAfterDlg::CQVBeforeAfterDlg(UINT templateId, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned dialogId,
-                                     unsigned reserved, int flags)
+                                     unsigned /*reserved*/, int /*flags*/)
     : CQVBaseDialog(templateId, parent, dialogId),
       m_pBitmap(bitmap),
-      m_reserved(reserved),
-      m_constructFlags(flags),
       m_beforeView(std::make_unique<CQVImageViewer>()),
       m_afterView(std::make_unique<CQVImageViewer>()),
       m_pipeline(std::make_unique<CPreviewPipeline>()),
@@ -56,8 +73,13 @@ CQVImageViewer& CQVBeforeAfterDlg::GetBeforeView() { return *m_beforeView; }
 CQVImageViewer& CQVBeforeAfterDlg::GetAfterView() { return *m_afterView; }
 HWND CQVBeforeAfterDlg::GetPreviewToolbar() const { return m_toolbar->Handle(); }
 
+void CQVBeforeAfterDlg::SetPaneLabelIds(int beforeLabelId, int afterLabelId) {
+  m_beforeLabelId = beforeLabelId;
+  m_afterLabelId = afterLabelId;
+}
+
 const CQVBitmap* CQVBeforeAfterDlg::GetAfterBitmap() const {
-  return m_after.IsAllocated() ? &m_after : nullptr;
+  return m_after && m_after->IsAllocated() ? m_after.get() : nullptr;
 }
 
 const CQVBitmap* CQVBeforeAfterDlg::GetDisplaySource() const {
@@ -81,7 +103,11 @@ void CQVBeforeAfterDlg::SetZoomToFit(int fit) {
 
 int CQVBeforeAfterDlg::GetZoomToFit() const { return m_zoomToFit ? 1 : 0; }
 
-void CQVBeforeAfterDlg::SetZoomKeyEnabled(int enable) { m_zoomKeys = enable != 0; }
+void CQVBeforeAfterDlg::SetZoomKeyEnabled(int enable) {
+  m_zoomKeys = enable != 0;
+  m_beforeView->SetMouseWheelEnabled(enable);
+  m_afterView->SetMouseWheelEnabled(enable);
+}
 
 void CQVBeforeAfterDlg::UseApplyButton(int use) {
   m_useApply = use != 0;
@@ -125,12 +151,17 @@ void CQVBeforeAfterDlg::DoUpdateViews() {
 }
 
 void CQVBeforeAfterDlg::UpdateViews(bool forceRender) {
-  if (!m_hWnd || !m_afterView->m_hWnd || !m_pipeline->HasImage()) return;
+  if (!m_hWnd || !m_afterView->m_hWnd || !m_pipeline->HasImage() || !PanesShown()) return;
   const RECT visible = m_afterView->VisibleContentRect();
   const bool rebuilt = m_pipeline->Prepare(PreviewView{visible, m_afterView->GetScale()});
-  if (!m_pipeline->HasSource()) return;
-  const RECT& rect = m_pipeline->SourceRect();
-  m_beforeView->SetDisplay(m_pipeline->Source().GetHandle(), rect);
+  if (!m_pipeline->HasSource()) {
+    // The rebuild failed: the panes let go of the old source and the after
+    // pane says why.
+    m_afterValid = false;
+    m_failure = m_pipeline->LastResult();
+    ShowRendered();
+    return;
+  }
   if (rebuilt) m_afterValid = false;
   if ((rebuilt || forceRender) && m_processing) {
     // With Apply in use only the opening render is automatic; later ones
@@ -143,31 +174,48 @@ void CQVBeforeAfterDlg::UpdateViews(bool forceRender) {
   ShowRendered();
 }
 
+bool CQVBeforeAfterDlg::PanesShown() const {
+  for (const CQVImageViewer* view : {m_beforeView.get(), m_afterView.get()})
+    if (view->m_hWnd && (::GetWindowLongW(view->m_hWnd, GWL_STYLE) & WS_VISIBLE)) return true;
+  return false;
+}
+
 void CQVBeforeAfterDlg::RenderNow() {
   if (!m_processing || !m_pipeline->HasSource()) return;
-  CQVBitmap rendered;
+  auto rendered = std::make_shared<CQVBitmap>();
   const int result = m_pipeline->Render([this](CQVBitmap& copy) { return PrepareEffectBitmap(copy); },
-                                        IsNeighbourhoodEffect(), &rendered);
+                                        IsNeighbourhoodEffect(), rendered.get());
   ++m_renderCount;
   m_lastPreviewResult = result ? 1 : 0;
+  m_afterValid = result != 0;
+  m_stale = false;
   if (result) {
     m_after = std::move(rendered);
-    m_afterValid = true;
-    m_stale = false;
+    m_failure = QV_SUCCESS;
+  } else {
+    // An effect that fails without a kernel code is reported as 0.
+    const int code = m_pipeline->LastResult();
+    m_failure = code == QV_SUCCESS ? 0 : code;
   }
   ShowRendered();
 }
 
+std::wstring CQVBeforeAfterDlg::AfterPaneNote() const {
+  // Read each time: the host may change the texts while the dialog is open.
+  if (m_useApply && m_stale) return GetDlgString(QVDLGSTR_PREVIEW_OUT_OF_DATE);
+  if (m_processing && m_failure != QV_SUCCESS) return WithCode(GetDlgString(QVDLGSTR_PREVIEW_FAILED), m_failure);
+  return std::wstring();
+}
+
 void CQVBeforeAfterDlg::ShowRendered() {
-  if (!m_afterView->m_hWnd || !m_pipeline->HasSource()) return;
-  const RECT& rect = m_pipeline->SourceRect();
-  const BITMAPHANDLE* source = m_pipeline->Source().GetHandle();
-  const bool haveAfter = m_afterValid && m_after.IsAllocated() && m_processing;
-  const BITMAPHANDLE* shown = m_showEffect && haveAfter ? m_after.GetHandle() : source;
-  m_afterView->SetDisplay(shown, rect);
+  if (!m_afterView->m_hWnd) return;
+  const CQVImageViewer::Display source = m_pipeline->SharedSource();
+  const RECT rect = m_pipeline->SourceRect();
+  const bool haveAfter = source && m_afterValid && m_after && m_processing;
+  m_beforeView->SetDisplay(source, rect);
+  m_afterView->SetDisplay(m_showEffect && haveAfter ? Shared(m_after) : source, rect);
   m_afterView->SetSplitDisplay(m_split ? source : nullptr, rect);
-  // Read each time: the host may change the text while the dialog is open.
-  m_afterView->SetNote(m_useApply && m_stale ? GetDlgString(QVDLGSTR_PREVIEW_OUT_OF_DATE) : std::wstring());
+  m_afterView->SetNote(AfterPaneNote());
   m_afterView->Invalidate(FALSE);
   m_afterView->UpdateWindow();
   m_beforeView->Invalidate(FALSE);
@@ -192,14 +240,7 @@ void CQVBeforeAfterDlg::SetViewsZoom(bool fit, int zoomPercent) {
   m_zoomToFit = fit;
   if (!m_afterView->m_hWnd) return;
   m_syncing = true;
-  for (CQVImageViewer* view : {m_afterView.get(), m_beforeView.get()}) {
-    if (fit) {
-      view->SetZoomToFit(1);
-    } else {
-      view->SetZoomToFit(0);
-      view->SetZoom(zoomPercent);
-    }
-  }
+  for (CQVImageViewer* view : {m_afterView.get(), m_beforeView.get()}) ShowZoom(*view, fit, zoomPercent);
   m_beforeView->SetScrollPosition(m_afterView->GetScrollPosition());
   m_syncing = false;
 }
@@ -215,12 +256,7 @@ void CQVBeforeAfterDlg::SyncViews(CQVImageViewer& from) {
   m_syncing = true;
   CQVImageViewer& to = &from == m_afterView.get() ? *m_beforeView : *m_afterView;
   m_zoomToFit = from.GetZoomToFit() != 0;
-  if (m_zoomToFit) {
-    to.SetZoomToFit(1);
-  } else {
-    to.SetZoomToFit(0);
-    to.SetZoom(from.GetZoom());
-  }
+  ShowZoom(to, m_zoomToFit, from.GetZoom());
   to.SetScrollPosition(from.GetScrollPosition());
   m_syncing = false;
   UpdateViews(false);
@@ -311,12 +347,7 @@ void CQVBeforeAfterDlg::CreateViews() {
       ::DestroyWindow(placeholder);
     }
     if (const BITMAPHANDLE* image = m_pipeline->Image()) pane.view->SetContentSize(image->nWidth, image->nHeight);
-    if (m_zoomToFit) {
-      pane.view->SetZoomToFit(1);
-    } else {
-      pane.view->SetZoomToFit(0);
-      pane.view->SetZoom(100);
-    }
+    ShowZoom(*pane.view, m_zoomToFit, 100);
   }
   m_viewArea[0] = ChildRect(m_hWnd, m_beforeView->m_hWnd);
   m_viewArea[1] = ChildRect(m_hWnd, m_afterView->m_hWnd);
@@ -327,6 +358,27 @@ void CQVBeforeAfterDlg::CreateToolbar() {
   m_toolbar->Create(m_hWnd, kToolbarId, font,
                     CPreviewToolbar::Commands{kCmdZoomNormal, kCmdZoomFit, kCmdSplitView, kCmdEffectToggle,
                                               kCmdResetView});
+  PlaceToolbarInTabOrder();
+}
+
+void CQVBeforeAfterDlg::PlaceToolbarInTabOrder() {
+  // The toolbar works on the panes, so Tab reaches it before the row of
+  // buttons that ends the dialog: it goes just before the first of them.
+  HWND toolbar = m_toolbar->Handle();
+  if (!toolbar) return;
+  for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    const int id = ::GetDlgCtrlID(child);
+    if (child == toolbar || (id != IDOK && id != IDCANCEL && id != kHelpButtonId && id != kApplyButtonId)) continue;
+    HWND previous = ::GetWindow(child, GW_HWNDPREV);
+    ::SetWindowPos(toolbar, previous ? previous : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    return;
+  }
+}
+
+void CQVBeforeAfterDlg::SetDialogStrings() {
+  CQVBaseDialog::SetDialogStrings();
+  SetItemString(m_afterLabelId, kStringAfter);
+  SetItemString(m_beforeLabelId, kStringBefore);
 }
 
 void CQVBeforeAfterDlg::Layout() {
@@ -353,12 +405,6 @@ void CQVBeforeAfterDlg::Layout() {
   SetViewsZoom(m_zoomToFit, 100);
   DoUpdateViews();
 }
-
-void CQVBeforeAfterDlg::OnOK() { CQVBaseDialog::OnOK(); }
-
-void CQVBeforeAfterDlg::OnCancel() { CQVBaseDialog::OnCancel(); }
-
-void CQVBeforeAfterDlg::DoDataExchange(qvfw::CDataExchange* pDX) { CQVBaseDialog::DoDataExchange(pDX); }
 
 LRESULT CQVBeforeAfterDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {

@@ -10,7 +10,15 @@
  * render copies that small source, lets the dialog's PrepareEffectBitmap run
  * the effect on the copy and repaints. Changes arriving faster than renders
  * are coalesced so only the newest value is drawn. The caller's bitmap is not
- * written here at all; the dialogs do that at OK.
+ * written here at all; the dialogs do that at OK. With the panes hidden (no
+ * preview asked for) no display source is made at all. A render that fails
+ * shows the image without the effect and says so in the after pane, rather
+ * than leaving an older result there as if it were the current one. The
+ * panes share what they paint, so nothing they show is freed under them.
+ *
+ * The texts every such dialog shares (OK, Cancel, Help, the "Before" and
+ * "After" labels) are set here; a dialog names its label ids once
+ * (SetPaneLabelIds) and sets only its own texts.
  *
  * The preview toolbar (buttons by index: 0 zoom 100 %, 1 zoom to fit, 2 a
  * separator, 3 split view, 4 effect on/off, 5 reset view) is made by the base
@@ -21,6 +29,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <string>
 
 #include "QVBaseDialog.h"
 #include "QVBitmap.h"
@@ -42,6 +51,8 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   static constexpr int kCmdEffectToggle = 21214;
   static constexpr int kCmdResetView = 21215;
 
+  // The reserved word and the last argument (always 1) are taken for the
+  // exports' calling convention and mean nothing here.
   CQVBeforeAfterDlg(UINT templateId, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned dialogId,
                     unsigned reserved, int flags);
   ~CQVBeforeAfterDlg() override;
@@ -51,6 +62,8 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   int IsProcessingEnabled() const { return m_processing ? 1 : 0; }
   void SetZoomToFit(int fit);
   int GetZoomToFit() const;
+  // Keyboard and mouse-wheel zoom; with both off the zoom stays as the host
+  // set it, so a host that hides the zoom buttons gets its zoom back.
   void SetZoomKeyEnabled(int enable);
   int GetZoomKeyEnabled() const { return m_zoomKeys ? 1 : 0; }
   // 1: changes wait for the Apply button (26205); the after pane says that
@@ -82,6 +95,10 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   CQVImageViewer& GetBeforeView();
   CQVImageViewer& GetAfterView();
   HWND GetPreviewToolbar() const;
+  // The template ids of the "Before" and "After" labels (0: none).
+  void SetPaneLabelIds(int beforeLabelId, int afterLabelId);
+  int GetBeforeLabelId() const { return m_beforeLabelId; }
+  int GetAfterLabelId() const { return m_afterLabelId; }
 
   // Preview state, for dialogs with their own layouts and for tests.
   int GetSplitView() const { return m_split ? 1 : 0; }
@@ -98,12 +115,12 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   RECT GetDisplaySourceRect() const;
   // Result of the last effect run on the preview (1 before the first).
   int GetLastPreviewResult() const { return m_lastPreviewResult; }
+  // Why the after pane shows no effect (QV_SUCCESS while it shows one).
+  int GetPreviewFailure() const { return m_failure; }
 
  protected:
   BOOL OnInitDialog() override;
-  void OnOK() override;
-  void OnCancel() override;
-  void DoDataExchange(qvfw::CDataExchange* pDX) override;
+  void SetDialogStrings() override;
   BOOL PreTranslateMessage(MSG* msg) override;
 
   LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -115,8 +132,11 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   void CreateToolbar();
   void Layout();
   void UpdateViews(bool forceRender);
+  bool PanesShown() const;
   void RenderNow();
   void ShowRendered();
+  std::wstring AfterPaneNote() const;
+  void PlaceToolbarInTabOrder();
   void SyncViews(CQVImageViewer& from);
   void ApplyViewState(bool fit, int zoomPercent);
   void SetViewsZoom(bool fit, int zoomPercent);
@@ -127,8 +147,8 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   bool HandleZoomKey(UINT key, bool isChar);
 
   BITMAPHANDLE* m_pBitmap;
-  unsigned m_reserved;
-  int m_constructFlags;
+  int m_beforeLabelId = 0;
+  int m_afterLabelId = 0;
   bool m_processing = true;
   bool m_zoomToFit = true;
   bool m_initialZoomToFit = true;
@@ -142,10 +162,11 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
   bool m_syncing = false;
   unsigned m_renderCount = 0;
   int m_lastPreviewResult = 1;
+  int m_failure = QV_SUCCESS;
   std::unique_ptr<CQVImageViewer> m_beforeView;
   std::unique_ptr<CQVImageViewer> m_afterView;
   std::unique_ptr<CPreviewPipeline> m_pipeline;
   std::unique_ptr<CPreviewToolbar> m_toolbar;
-  CQVBitmap m_after;
+  std::shared_ptr<CQVBitmap> m_after;
   RECT m_viewArea[2]{};  // the panes' rectangles in the template
 };

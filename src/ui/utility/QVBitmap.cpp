@@ -296,6 +296,10 @@ int CQVBitmap::HistoContrast(int change) {
   return Usable() ? Keep(Q_HistoContrastBitmap(GetHandle(), change, 0)) : 0;
 }
 
+int CQVBitmap::HistoContrast(int change, int median) {
+  return Usable() ? Keep(Q_HistoContrastBitmapExt(GetHandle(), change, median, 0)) : 0;
+}
+
 int CQVBitmap::Posterize(unsigned levels) { return Usable() ? Keep(Q_PosterizeBitmap(GetHandle(), levels, 0)) : 0; }
 
 int CQVBitmap::Solarize(unsigned threshold) {

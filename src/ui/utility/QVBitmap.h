@@ -69,6 +69,8 @@ class CQVBitmap {
   int Hue(int angle);
   int Saturation(int change);
   int HistoContrast(int change);
+  // About a given median (0..max), e.g. the full image's for a reduced copy.
+  int HistoContrast(int change, int median);
   int Posterize(unsigned levels);
   int Solarize(unsigned threshold);
   int GammaAdjustment(unsigned red, unsigned green, unsigned blue);

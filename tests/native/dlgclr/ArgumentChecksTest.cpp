@@ -40,10 +40,13 @@ QVBRIGHTNESSDLGPARAMS Params(uint32_t flags, BITMAPHANDLE* bitmap) {
   return p;
 }
 
-BITMAPHANDLE Bitmap(uint32_t flags) {
+BITMAPHANDLE Bitmap(uint32_t flags, int bitsPerPixel = 24, uint32_t order = QV_ORDER_BGR, bool region = false) {
   BITMAPHANDLE b{};
   b.uStructSize = sizeof b;
   b.uFlags = flags;
+  b.nBitsPerPixel = bitsPerPixel;
+  b.uOrder = order;
+  b.uRgnFlags = region ? QV_RGN_SET : 0;
   return b;
 }
 
@@ -82,7 +85,7 @@ TEST_P(EveryExport, SizeMustMatchExactlyAndIsCheckedBeforeTheBitmap) {
   }
 }
 
-TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingOrSignedOnes) {
+TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingSignedOrPaletteWithRegionOnes) {
   BITMAPHANDLE unallocated = Bitmap(0);
   BITMAPHANDLE allocated = Bitmap(QV_BMF_ALLOCATED);
   BITMAPHANDLE signedSamples = Bitmap(QV_BMF_ALLOCATED | QV_BMF_SIGNED);
@@ -90,6 +93,11 @@ TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingOrSignedOnes) {
   Pages unmapped(1);
   unmapped.Protect(0, PROT_NONE);
   auto* unreadable = reinterpret_cast<BITMAPHANDLE*>(unmapped.Base());
+  BITMAPHANDLE palette8Region = Bitmap(QV_BMF_ALLOCATED, 8, QV_ORDER_BGR, true);
+  BITMAPHANDLE palette4Region = Bitmap(QV_BMF_ALLOCATED, 4, QV_ORDER_BGR, true);
+  BITMAPHANDLE palette8 = Bitmap(QV_BMF_ALLOCATED, 8, QV_ORDER_BGR, false);
+  BITMAPHANDLE gray8Region = Bitmap(QV_BMF_ALLOCATED, 8, QV_ORDER_GRAY, true);
+  BITMAPHANDLE unallocatedPaletteRegion = Bitmap(0, 1, QV_ORDER_BGR, true);
 
   const int signedResult = RefusesSigned() ? QV_ERROR_UNSUPPORTED_BITMAP : QV_SUCCESS;
   struct Case {
@@ -109,6 +117,12 @@ TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingOrSignedOnes) {
       {QVDLG_SHOW_PREVIEW, &signedSamples, signedResult},
       {QVDLG_AUTO_PROCESS, &signedSamples, signedResult},
       {QVDLG_AUTO_PROCESS | QVDLG_SHOW_PREVIEW, &signedUnallocated, QV_ERROR_BITMAP_NOT_ALLOCATED},
+      {QVDLG_SHOW_PREVIEW, &palette8Region, QV_ERROR_UNSUPPORTED_FORMAT},
+      {QVDLG_AUTO_PROCESS, &palette4Region, QV_ERROR_UNSUPPORTED_FORMAT},
+      {0, &palette8Region, QV_SUCCESS},
+      {QVDLG_SHOW_PREVIEW, &palette8, QV_SUCCESS},
+      {QVDLG_AUTO_PROCESS, &gray8Region, QV_SUCCESS},
+      {QVDLG_SHOW_PREVIEW, &unallocatedPaletteRegion, QV_ERROR_BITMAP_NOT_ALLOCATED},
   };
   for (const Case& c : cases) {
     auto p = Params(c.flags, c.bitmap);

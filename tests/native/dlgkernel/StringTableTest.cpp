@@ -26,6 +26,7 @@ std::set<unsigned> IdsTheDialogsUse() {
   AddRange(ids, 12, 14);        // window-level status: copying, processing, done
   AddRange(ids, 15, 21);        // color models
   AddRange(ids, 22, 31);        // color picker
+  ids.insert(32);               // the after pane of a failed preview
   AddRange(ids, 76, 147);       // palette editor and palette files
   AddRange(ids, 398, 406);      // colored gray
   AddRange(ids, 453, 457);      // gray scale
@@ -143,7 +144,7 @@ TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
   const Expected formats[] = {
       {111, {L"%02X", L"%02X", L"%02X"}}, {112, {L"%d", L"%d", L"%d"}}, {113, {L"%d"}},
       {133, {L"%d", L"%d", L"%d", L"%d"}}, {135, {L"%d", L"%d", L"%d"}}, {556, {L"%d"}},
-      {557, {L"%d"}}, {1250, {L"%d"}},
+      {557, {L"%d"}}, {1250, {L"%d"}}, {32, {L"%d"}},
   };
   std::set<unsigned> formatIds;
   for (const auto& f : formats) {

@@ -176,6 +176,8 @@ TEST(ArgumentChecks, OutOfRangeValuesAndTablesLeaveTheBitmap) {
       {&bgr24, "hue 361", [](BITMAPHANDLE* b, unsigned) { return Q_ChangeBitmapHue(b, 361, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "saturation -1001", [](BITMAPHANDLE* b, unsigned) { return Q_ChangeBitmapSaturation(b, -1001, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "histo 2000", [](BITMAPHANDLE* b, unsigned) { return Q_HistoContrastBitmap(b, 2000, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&bgr24, "histo center 256 on 8 bits", [](BITMAPHANDLE* b, unsigned) { return Q_HistoContrastBitmapExt(b, 100, 256, 0); }, QV_ERROR_INVALID_PARAMETER},
+      {&gray16, "histo center -1", [](BITMAPHANDLE* b, unsigned) { return Q_HistoContrastBitmapExt(b, 100, -1, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "posterize 1", [](BITMAPHANDLE* b, unsigned) { return Q_PosterizeBitmap(b, 1, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "posterize 65", [](BITMAPHANDLE* b, unsigned) { return Q_PosterizeBitmap(b, 65, 0); }, QV_ERROR_INVALID_PARAMETER},
       {&bgr24, "solarize 256 on 8 bits", [](BITMAPHANDLE* b, unsigned) { return Q_SolarizeBitmap(b, 256, 0); }, QV_ERROR_INVALID_PARAMETER},

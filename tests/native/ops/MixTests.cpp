@@ -89,34 +89,47 @@ TEST(MixOperations, IntensityDetectWhitensTheIntensityWindow) {
   }
 }
 
-TEST(MixOperations, HistogramContrastCentersOnTheLowerMedian) {
-  // 41 x 13 pixels give an odd count, 40 x 13 an even one, where the lower and upper medians differ.
+TEST(MixOperations, HistogramContrastCentersOnTheLowerMedianOrOnTheGivenOne) {
+  // 41 x 13 pixels give an odd count, 40 x 13 an even one, where the lower and upper medians differ. A given
+  // center of a third of the range stands for the median of another (the full) image.
   for (int width : {41, 40}) {
     for (int n : {-1000, -400, 0, 600, 1000}) {
       for (const Format& f : UnsignedFormats()) {
-        TestBitmap probe(f, width, 13, 7);
-        std::vector<double> values;
-        for (int y = 0; y < 13; ++y)
-          for (int x = 0; x < width; ++x) {
-            uint32_t c[3];
-            probe.Get(x, y, c);
-            values.push_back(probe.IsGray() ? c[0] : Luma(c));
-          }
-        std::sort(values.begin(), values.end());
-        const double median = values[(values.size() + 1) / 2 - 1];
-        ExpectPerPixel(
-            f, [&](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
-            [&](const uint32_t in[3], uint32_t out[3], uint32_t max, bool) {
-              for (int c = 0; c < 3; ++c) {
-                const double d = in[c] - median;
-                double v;
-                if (n == 1000) v = d >= 0 ? max : 0;
-                else if (n >= 0) v = median + d * 1000.0 / (1000 - n);
-                else v = median + d * (1000.0 + n) / 1000.0;
-                out[c] = ClampTo(v, max);
-              }
-            },
-            0, "histogram contrast " + std::to_string(n) + " on " + std::to_string(width) + " columns", width, 13);
+        for (bool given : {false, true}) {
+          TestBitmap probe(f, width, 13, 7);
+          std::vector<double> values;
+          for (int y = 0; y < 13; ++y)
+            for (int x = 0; x < width; ++x) {
+              uint32_t c[3];
+              probe.Get(x, y, c);
+              values.push_back(probe.IsGray() ? c[0] : Luma(c));
+            }
+          std::sort(values.begin(), values.end());
+          const int median = static_cast<int>(values[(values.size() + 1) / 2 - 1]);
+          const int center = given ? static_cast<int>(probe.Max() / 3) : median;
+          int reported = -1;
+          ASSERT_EQ(Q_GetBitmapMedianIntensity(probe.get(), &reported, 0), QV_SUCCESS);
+          EXPECT_EQ(reported, median) << f.name << " on " << width << " columns";
+          ExpectPerPixel(
+              f,
+              [&](BITMAPHANDLE* b, uint32_t) {
+                return given ? Q_HistoContrastBitmapExt(b, n, center, 0) : Q_HistoContrastBitmap(b, n, 0);
+              },
+              [&](const uint32_t in[3], uint32_t out[3], uint32_t max, bool) {
+                for (int c = 0; c < 3; ++c) {
+                  const double d = in[c] - double(center);
+                  double v;
+                  if (n == 1000) v = d >= 0 ? max : 0;
+                  else if (n >= 0) v = center + d * 1000.0 / (1000 - n);
+                  else v = center + d * (1000.0 + n) / 1000.0;
+                  out[c] = ClampTo(v, max);
+                }
+              },
+              0,
+              "histogram contrast " + std::to_string(n) + (given ? " about a given center" : "") + " on " +
+                  std::to_string(width) + " columns",
+              width, 13);
+        }
       }
     }
   }

@@ -44,8 +44,8 @@ TEST(ToneKeyboard, TabWalksSliderEditOkCancelHelpAndWraps) {
     bool help;
   };
   // With a preview the two views take the focus too (they zoom and scroll by
-  // key), in their placeholders' places between the edit box and OK. The
-  // toolbar is made after the template's controls, so it comes last, after Help.
+  // key), in their placeholders' places between the edit box and OK, and the
+  // preview toolbar follows them, before the row of buttons.
   const Variant variants[] = {
       {"help shown", 0, true},
       {"help hidden", 0, false},
@@ -58,10 +58,9 @@ TEST(ToneKeyboard, TabWalksSliderEditOkCancelHelpAndWraps) {
       auto params = ToneParams(variant.flags, variant.flags ? bitmap.Get() : nullptr, e.minimum);
       if (variant.help) params.pfnHelpCallback = NoHelp;
       std::vector<int> order = {e.sliderId, e.editId};
-      if (variant.flags) order.insert(order.end(), {kBeforeViewId, kAfterViewId});
+      if (variant.flags) order.insert(order.end(), {kBeforeViewId, kAfterViewId, kToolbarId});
       order.insert(order.end(), {IDOK, IDCANCEL});
       if (variant.help) order.push_back(kHelpId);
-      if (variant.flags) order.push_back(kToolbarId);
       Script script;
       script.WaitUntil("the slider has the focus when the dialog opens",
                        [&](const DialogView& v) { return v.FocusedId() == e.sliderId; });

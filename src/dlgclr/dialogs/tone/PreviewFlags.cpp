@@ -7,14 +7,17 @@
 namespace qvdlg {
 namespace {
 
+// Id 0 names no control (a dialog without pane labels).
 void Show(HWND dialog, int id, bool show) {
+  if (id == 0) return;
   if (HWND control = ::GetDlgItem(dialog, id)) ::ShowWindow(control, show ? SW_SHOW : SW_HIDE);
 }
 
 }  // namespace
 
-void ApplyPreviewFlags(CQVBeforeAfterDlg& dialog, uint32_t flags, const ToolbarBits& bits, int beforeLabelId,
-                       int afterLabelId) {
+void ApplyPreviewFlags(CQVBeforeAfterDlg& dialog, uint32_t flags, const ToolbarBits& bits) {
+  const int beforeLabelId = dialog.GetBeforeLabelId();
+  const int afterLabelId = dialog.GetAfterLabelId();
   const HWND window = dialog.GetSafeHwnd();
   const PreviewFlagPlan plan = PlanPreviewFlags(flags, bits, dialog.GetHelpCallback() != nullptr);
   const HWND toolbar = dialog.GetPreviewToolbar();

@@ -12,24 +12,15 @@
 #include "qv/qvdlgclr.h"
 #include "qv/qvkrn.h"
 
-namespace {
-
-// Kernel string ids shared by every dialog.
-constexpr unsigned kStringOk = 0;
-constexpr unsigned kStringCancel = 1;
-constexpr unsigned kStringHelp = 2;
-constexpr unsigned kStringBefore = 3;
-constexpr unsigned kStringAfter = 4;
-
-}  // namespace
-
 CQVToneDlg::CQVToneDlg(qvdlg::ToneEffect effect, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
     : CQVBeforeAfterDlg(qvdlg::ToneMemberOf(effect).templateId, parent, bitmap,
                         qvdlg::ToneMemberOf(effect).dialogId, reserved, 1),
       m_member(qvdlg::ToneMemberOf(effect)),
       m_nValue(m_member.defaultValue),
       m_nRangeMin(m_member.range.minimum),
-      m_nRangeMax(m_member.range.maximum) {}
+      m_nRangeMax(m_member.range.maximum) {
+  SetPaneLabelIds(m_member.beforeLabelId, m_member.afterLabelId);
+}
 
 int CQVToneDlg::CopyIn(int32_t zoomToFit, uint32_t valueBits, uint32_t flags) {
   // Solarize's range is still 0..255 here; the bitmap widens it only when the dialog opens.
@@ -43,8 +34,17 @@ CQVToneDlg::Output CQVToneDlg::CopyOut() const {
   return {GetZoomToFit(), static_cast<uint32_t>(m_nValue)};
 }
 
+int CQVToneDlg::MedianOfCallersBitmap() {
+  if (!m_bMedianAsked && m_member.effect == qvdlg::ToneEffect::kHistoContrast) {
+    m_bMedianAsked = true;
+    int median = -1;
+    if (Q_GetBitmapMedianIntensity(GetBitmap(), &median, 0) == QV_SUCCESS) m_nMedian = median;
+  }
+  return m_nMedian;
+}
+
 int CQVToneDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
-  const int result = qvdlg::ApplyPreviewEffect(bitmap, m_member.effect, m_nValue);
+  const int result = qvdlg::ApplyPreviewEffect(bitmap, m_member.effect, m_nValue, MedianOfCallersBitmap());
   if (result == 0) return 0;
   m_nLastValue = m_nValue;
   return result;
@@ -53,9 +53,8 @@ int CQVToneDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
 void CQVToneDlg::DecideRangeFromBitmap() {
   BITMAPHANDLE* bitmap = GetBitmap();
   if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
-  // An error from the gray test (an unallocated bitmap) counts as "not gray".
-  const int gray = Q_IsGrayScaleBitmap(bitmap, 0);
-  const qvdlg::ToneRange range = qvdlg::SolarizeRangeFor(gray > 0 ? gray : 0, bitmap->uFlags, bitmap->nBitsPerPixel);
+  const qvdlg::ToneRange range =
+      qvdlg::SolarizeRangeFor(Q_IsGrayScaleBitmap(bitmap, 0), bitmap->uFlags, bitmap->nBitsPerPixel);
   m_nRangeMin = range.minimum;
   m_nRangeMax = range.maximum;
 }
@@ -73,8 +72,7 @@ BOOL CQVToneDlg::OnInitDialog() {
   m_edit.SetLimitText(static_cast<UINT>(m_member.textLimit));
   SetEditValue(m_nValue);
 
-  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits, m_member.beforeLabelId,
-                           m_member.afterLabelId);
+  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits);
   CQVGeneral::AutoFitControls(m_hWnd, nullptr, nullptr, 0, 1, nullptr, 0, 0);
   if (!GetHelpCallback()) ShiftOkCancelBtns(0);
   return TRUE;
@@ -82,13 +80,8 @@ BOOL CQVToneDlg::OnInitDialog() {
 
 void CQVToneDlg::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
-  SetWindowText(GetDlgString(m_member.titleString).c_str());
-  SetDlgItemText(IDOK, GetDlgString(kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(kStringHelp).c_str());
-  SetDlgItemText(m_member.afterLabelId, GetDlgString(kStringAfter).c_str());
-  SetDlgItemText(m_member.beforeLabelId, GetDlgString(kStringBefore).c_str());
-  SetDlgItemText(m_member.groupId, GetDlgString(m_member.groupString).c_str());
+  SetTitleString(m_member.titleString);
+  SetItemString(m_member.groupId, m_member.groupString);
 }
 
 void CQVToneDlg::DoDataExchange(qvfw::CDataExchange* pDX) {
@@ -104,8 +97,6 @@ void CQVToneDlg::OnOK() {
   if (m_uFlags & QVDLG_AUTO_PROCESS) m_nProcessResult = qvdlg::ApplyEffectInPlace(GetBitmap(), m_member.effect, m_nValue);
   CQVBeforeAfterDlg::OnOK();
 }
-
-void CQVToneDlg::OnCancel() { CQVBeforeAfterDlg::OnCancel(); }
 
 void CQVToneDlg::SetEditValue(int value) {
   m_bEditSync = 0;

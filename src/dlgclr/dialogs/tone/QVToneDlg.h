@@ -64,7 +64,6 @@ class CQVToneDlg : public CQVBeforeAfterDlg {
  protected:
   BOOL OnInitDialog() override;
   void OnOK() override;
-  void OnCancel() override;
   void SetDialogStrings() override;
   void DoDataExchange(qvfw::CDataExchange* pDX) override;
 
@@ -76,6 +75,7 @@ class CQVToneDlg : public CQVBeforeAfterDlg {
   static constexpr size_t kValueOffset = 16;
 
   void DecideRangeFromBitmap();
+  int MedianOfCallersBitmap();
   void OnSliderChanged();
   void OnEditChanged();
   void OnEditValidate();
@@ -93,4 +93,8 @@ class CQVToneDlg : public CQVBeforeAfterDlg {
   int m_bEditSync = 1;
   uint32_t m_uFlags = 0;
   int m_nProcessResult = QV_SUCCESS;
+  // Histogram contrast: the caller's median intensity, asked once (-1 until then, or when the kernel
+  // cannot tell: the preview then fails, as OK's run on that bitmap would).
+  int m_nMedian = -1;
+  bool m_bMedianAsked = false;
 };

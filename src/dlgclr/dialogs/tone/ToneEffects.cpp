@@ -7,13 +7,13 @@
 
 namespace qvdlg {
 
-int ApplyPreviewEffect(CQVBitmap& bitmap, ToneEffect effect, int value) {
+int ApplyPreviewEffect(CQVBitmap& bitmap, ToneEffect effect, int value, int median) {
   switch (effect) {
     case ToneEffect::kBrightness: return bitmap.Brightness(value);
     case ToneEffect::kContrast: return bitmap.Contrast(value);
     case ToneEffect::kHue: return bitmap.Hue(value);
     case ToneEffect::kSaturation: return bitmap.Saturation(value);
-    case ToneEffect::kHistoContrast: return bitmap.HistoContrast(value);
+    case ToneEffect::kHistoContrast: return bitmap.HistoContrast(value, median);
     case ToneEffect::kPosterize: return bitmap.Posterize(static_cast<unsigned>(value));
     case ToneEffect::kSolarize: return bitmap.Solarize(static_cast<unsigned>(value));
   }

@@ -8,8 +8,10 @@
 
 namespace qvdlg {
 
-// The CQVBitmap member's result: nonzero on success.
-int ApplyPreviewEffect(CQVBitmap& bitmap, ToneEffect effect, int value);
+// The CQVBitmap member's result: nonzero on success. Histogram contrast runs about `median`, the median
+// intensity of the caller's bitmap (or its region): the copy is a reduction or a crop, whose own median
+// would give another curve than OK applies.
+int ApplyPreviewEffect(CQVBitmap& bitmap, ToneEffect effect, int value, int median);
 // The operation's own result code (QV_SUCCESS or an error).
 int ApplyEffectInPlace(BITMAPHANDLE* bitmap, ToneEffect effect, int value);
 

@@ -17,6 +17,7 @@ int64_t WidenField(const ToneMember& member, uint32_t fieldBits) {
 }
 
 ToneRange SolarizeRangeFor(int grayKind, uint32_t bitmapFlags, int bitsPerPixel) {
+  if (grayKind < 0) return {0, 255};
   const bool treatAsGray = grayKind != 0 || (bitmapFlags & QV_BMF_USELUT) != 0;
   if (!treatAsGray) {
     if (bitsPerPixel == 48 || bitsPerPixel == 64) return {0, 65535};

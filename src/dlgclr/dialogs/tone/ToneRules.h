@@ -17,8 +17,10 @@ int TakeCallerValue(const ToneMember& member, const ToneRange& range, int64_t ra
 // The structure field's 32 bits widened as the member's field type says.
 int64_t WidenField(const ToneMember& member, uint32_t fieldBits);
 
-// Solarize's range for a bitmap. `grayKind` is the kernel's gray-scale test (0 not gray); `bitmapFlags` the
-// bitmap's flag word (bit 11: painted through its LUT, which counts as gray here).
+// Solarize's range for a bitmap. `grayKind` is the kernel's gray-scale test (0 not gray, 1..3 gray, negative:
+// the test failed); `bitmapFlags` the bitmap's flag word (bit 11: painted through its LUT, which counts as
+// gray here). A failed test decides nothing: the range stays 0..255, the one the dialog starts with, rather
+// than being widened for a bitmap the kernel could not read.
 ToneRange SolarizeRangeFor(int grayKind, uint32_t bitmapFlags, int bitsPerPixel);
 
 // A number read from the edit box, truncated toward zero; absurd magnitudes saturate instead of overflowing.
