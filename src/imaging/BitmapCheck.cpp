@@ -60,6 +60,12 @@ int CheckDescriptor(const BITMAPHANDLE* p, Access access) {
   return QV_SUCCESS;
 }
 
+int CheckNewDescriptor(BITMAPHANDLE* p, unsigned int structSize) {
+  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+  if (structSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
+  return QV_SUCCESS;
+}
+
 int CheckBitmap(const BITMAPHANDLE* p, Access access) {
   int rc = CheckDescriptor(p, access);
   if (rc != QV_SUCCESS) return rc;

@@ -26,6 +26,10 @@ int CheckBitmap(const BITMAPHANDLE* p, Access access);
 // accept unallocated descriptors (free, init, region removal).
 int CheckDescriptor(const BITMAPHANDLE* p, Access access);
 
+// A caller's descriptor about to be (re)written from scratch: pointer null/unmapped/not writable ->
+// QV_ERROR_INVALID_PARAMETER; structSize != sizeof(BITMAPHANDLE) -> QV_ERROR_INVALID_STRUCT_SIZE.
+int CheckNewDescriptor(BITMAPHANDLE* p, unsigned int structSize);
+
 // The undefined-bits check of every export's trailing flags word.
 inline int CheckFlags(unsigned int flags, unsigned int allowed) {
   return (flags & ~allowed) ? QV_ERROR_INVALID_FLAGS : QV_SUCCESS;
