@@ -100,11 +100,8 @@ QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
 QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc,
                              unsigned int uFlags) {
   return Guarded([&] {
-    int rc = CheckNewDescriptor(pDst, uStructSize);
-    if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
-    if (rc == QV_SUCCESS) rc = CheckBitmap(pSrc, Access::Read);
+    int rc = CheckSourceAndNewDescriptor(pSrc, pDst, uStructSize, uFlags);
     if (rc != QV_SUCCESS) return rc;
-    if (pDst == pSrc) return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE copy;
     rc = DeepCopyBitmap(*pSrc, &copy);
     if (rc == QV_SUCCESS) *pDst = copy;

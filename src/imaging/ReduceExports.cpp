@@ -10,11 +10,8 @@ using namespace qv;
 QV_EXTERN_C int Q_ReduceBitmapRegion(const BITMAPHANDLE* pSrc, const RECT* pRegion, int nWidth, int nHeight,
                                      BITMAPHANDLE* pDst, unsigned int uStructSize, unsigned int uFlags) {
   return Guarded([&] {
-    int rc = CheckNewDescriptor(pDst, uStructSize);
-    if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
-    if (rc == QV_SUCCESS) rc = CheckBitmap(pSrc, Access::Read);
+    int rc = CheckSourceAndNewDescriptor(pSrc, pDst, uStructSize, uFlags);
     if (rc != QV_SUCCESS) return rc;
-    if (pDst == pSrc) return QV_ERROR_INVALID_PARAMETER;
     if (pRegion && !IsValidAddress(pRegion, sizeof(RECT), false)) return QV_ERROR_INVALID_PARAMETER;
     const RECT region = pRegion ? *pRegion : RECT{0, 0, pSrc->nWidth, pSrc->nHeight};
     BITMAPHANDLE reduced;
