@@ -154,22 +154,32 @@ class BandReducer {
     Decode(s);
     std::fill(m_line.begin(), m_line.end(), 0);
     if (m_job.plan.samples == Samples::Rgba8) {
-      Filter(m_narrow.data());
+      FilterChannels(m_narrow.data());
     } else {
-      Filter(m_wide.data());
+      FilterChannels(m_wide.data());
     }
   }
 
+  // The channel count as a template argument, so the per-pixel loops unroll.
   template <class T>
+  void FilterChannels(const T* px) {
+    switch (m_job.plan.channels) {
+      case 1: Filter<T, 1>(px); break;
+      case 3: Filter<T, 3>(px); break;
+      default: Filter<T, 4>(px); break;
+    }
+  }
+
+  template <class T, int Channels>
   void Filter(const T* px) {
-    const int channels = m_job.plan.channels, stride = m_job.plan.stride;
+    const int stride = m_job.plan.stride;
     const AxisWeights& w = m_job.columns;
     for (int x = 0; x < m_srcW; ++x, px += stride) {
-      uint64_t* a = &m_line[static_cast<size_t>(w.First(x)) * channels];
+      uint64_t* a = &m_line[static_cast<size_t>(w.First(x)) * Channels];
       const uint32_t w0 = w.Weight(x), w1 = w.Rest(x);
-      for (int c = 0; c < channels; ++c) a[c] += uint64_t{px[c]} * w0;
+      for (int c = 0; c < Channels; ++c) a[c] += uint64_t{px[c]} * w0;
       if (w1 == 0) continue;
-      for (int c = 0; c < channels; ++c) a[channels + c] += uint64_t{px[c]} * w1;
+      for (int c = 0; c < Channels; ++c) a[Channels + c] += uint64_t{px[c]} * w1;
     }
   }
 
