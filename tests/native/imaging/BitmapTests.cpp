@@ -147,9 +147,10 @@ TEST(BitmapChecks, EveryDoorAppliesTheSameSizeLimit) {
     int width, height, expected;
   };
   const Case cases[] = {
-      {limit, 1, QV_SUCCESS},     {limit + 1, 1, QV_ERROR_IMAGE_TOO_LARGE},   {1, limit, QV_SUCCESS},
-      {1, limit + 1, QV_ERROR_IMAGE_TOO_LARGE}, {0, 1, QV_ERROR_INVALID_DIMENSIONS},
-      {1, 0, QV_ERROR_INVALID_DIMENSIONS},      {0, limit + 1, QV_ERROR_INVALID_DIMENSIONS},
+      {limit, 1, QV_SUCCESS},       {limit + 1, 1, QV_ERROR_IMAGE_TOO_LARGE},
+      {1, limit, QV_SUCCESS},       {1, limit + 1, QV_ERROR_IMAGE_TOO_LARGE},
+      {0, 1, QV_ERROR_INVALID_DIMENSIONS}, {1, 0, QV_ERROR_INVALID_DIMENSIONS},
+      {0, limit + 1, QV_ERROR_INVALID_DIMENSIONS},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::to_string(c.width) + " x " + std::to_string(c.height));
