@@ -29,6 +29,9 @@
 
 #define QV_MAX_PALETTE_ENTRIES 256
 
+/* The largest width and height of a bitmap the kernel makes (Q_InitBitmap, Q_CreateBitmap, loading, ...) */
+#define QV_MAX_BITMAP_SIDE 262144
+
 /* Q_IsGrayScaleBitmap results (not error codes: 0 is a valid answer) */
 #define QV_GRAY_NONE 0             /* not a gray image */
 #define QV_GRAY_ORDERED 1          /* gray samples, or a gray palette ordered dark to light */
@@ -129,7 +132,9 @@ QV_BEGIN_C
  * Q_AllocateBitmap gives an initialised descriptor zeroed pixel memory; a descriptor that already owns live
  * pixels is refused (QV_ERROR_INVALID_PARAMETER) rather than leaked. uMemFlags must be 0.
  * Q_CreateBitmap is both in one call, with the order and the palette given (null pPalette: the gray ramp).
- * Sizes whose bytes cannot be addressed give QV_ERROR_IMAGE_TOO_LARGE before anything is allocated.
+ * Every way of making a bitmap applies one size rule: a width or height below 1 gives
+ * QV_ERROR_INVALID_DIMENSIONS, one above QV_MAX_BITMAP_SIDE QV_ERROR_IMAGE_TOO_LARGE (checked in that order,
+ * then the format), before anything is allocated.
  * Q_FreeBitmap releases pixels, LUT and region mask; a second free, or a free through a copy of a
  * descriptor whose pixels were already released, gives QV_ERROR_BITMAP_NOT_ALLOCATED.
  * Q_CopyBitmap makes *pDst a deep copy (pixels, LUT, region). *pDst is overwritten, not freed first: free
@@ -147,6 +152,37 @@ int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags);
 int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc, unsigned int uFlags);
 int Q_IsValidBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
 int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
+
+/*
+ * Reduction for display. Q_ReduceBitmapRegion makes *pDst (overwritten, not freed first) the area-averaged
+ * reduction of pRegion of *pSrc (null: the whole bitmap) to nWidth x nHeight: every output sample is the
+ * exact mean of the source area it covers, rounded half up, in the source's own sample format, so an
+ * effect run on it sees the samples OK will process. 1/2/4/8-bit palette images and 5-6-5 colour come out
+ * as 24-bit BGR (their codes have no meaningful average); every other format keeps its bits per pixel,
+ * order, signedness, nLowBit/nHighBit and window-level LUT (with QV_BMF_USELUT). A region of *pSrc is
+ * carried over: an output pixel is inside when the source pixel under its centre is, so a rectangle stays a
+ * rectangle and an output the size of pRegion keeps the region pixel for pixel; when no output pixel's centre
+ * falls inside it, *pDst has no region (compare Q_BitmapHasRgn of both to tell that from a source without
+ * one). The output may not be larger than pRegion in either direction. Checked in this order: pDst and
+ * uStructSize, uFlags (must be 0), *pSrc (as Q_IsValidBitmap), pDst == pSrc (QV_ERROR_INVALID_PARAMETER),
+ * pRegion readable (QV_ERROR_INVALID_PARAMETER), pRegion empty or not inside the bitmap
+ * (QV_ERROR_BAD_REGION), nWidth or nHeight below 1 (QV_ERROR_INVALID_DIMENSIONS), larger than pRegion
+ * (QV_ERROR_INVALID_PARAMETER). Rows are shared among the cores; progress and abort through the status
+ * callback. Extra memory beyond the output: a few rows per core.
+ */
+int Q_ReduceBitmapRegion(const BITMAPHANDLE* pSrc, const RECT* pRegion, int nWidth, int nHeight,
+                         BITMAPHANDLE* pDst, unsigned int uStructSize, unsigned int uFlags);
+
+/*
+ * Pixels. A colour (0x00BBGGRR) goes into every format by one rule: its 8-bit components scaled to the
+ * samples (v * max / 255; alpha full), gray formats from its luminance (0.299 R + 0.587 G + 0.114 B), signed
+ * gray offset by half the range (black is the most negative sample, white the most positive), 5-6-5 packed by
+ * uOrder (BGR: blue in the low five bits, RGB: red there), indexed formats the nearest palette entry.
+ * Q_PutPixelColor writes the pixel at (x, y) whether or not it lies in the region (outside the bitmap:
+ * QV_ERROR_INVALID_PARAMETER); Q_FillBitmap writes every pixel inside the region (all without one).
+ */
+int Q_PutPixelColor(BITMAPHANDLE* p, int x, int y, COLORREF crColor, unsigned int uFlags);
+int Q_FillBitmap(BITMAPHANDLE* p, COLORREF crColor, unsigned int uFlags);
 
 /*
  * Regions. Q_SetBitmapRgnMask takes the mask's bounds, the mask (one byte per pixel of the bounds, nonzero

@@ -1,5 +1,5 @@
 // Whole-descriptor helpers on top of the allocation registry: releasing everything a descriptor owns,
-// deep copies (pixels, LUT and region mask each get a fresh block) and blank bitmaps of a given geometry.
+// deep copies (pixels, LUT and region mask each get a fresh block) and the one way a new bitmap is made.
 #include "Bitmap.h"
 
 #include <cstring>
@@ -9,7 +9,17 @@
 namespace qv {
 namespace {
 
-// A fresh kernel block holding a copy of src's block; null when src is null or memory runs out.
+void FillGrayPalette(BITMAPHANDLE* p, int bitsPerPixel) {
+  const int n = 1 << (bitsPerPixel > 8 ? 8 : bitsPerPixel);
+  for (int i = 0; i < n; ++i) {
+    const uint8_t v = static_cast<uint8_t>(i * 255 / (n - 1));
+    p->Palette[i] = RGBQUAD{v, v, v, 0};
+  }
+  p->nColors = n;
+}
+
+}  // namespace
+
 uint8_t* DuplicateBlock(const void* src, size_t bytes) {
   if (!src || bytes == 0) return nullptr;
   uint8_t* p = AllocatePixels(bytes);
@@ -17,7 +27,49 @@ uint8_t* DuplicateBlock(const void* src, size_t bytes) {
   return p;
 }
 
-}  // namespace
+int CheckBitmapSize(int width, int height) {
+  if (width <= 0 || height <= 0) return QV_ERROR_INVALID_DIMENSIONS;
+  if (width > kMaxBitmapSide || height > kMaxBitmapSide) return QV_ERROR_IMAGE_TOO_LARGE;
+  return QV_SUCCESS;
+}
+
+int DescribeNewBitmap(int width, int height, int bitsPerPixel, uint32_t order, bool isSigned, BITMAPHANDLE* out) {
+  int rc = CheckBitmapSize(width, height);
+  PixelFormat f{};
+  if (rc == QV_SUCCESS) rc = DescribePixelFormat(bitsPerPixel, order, isSigned, &f);
+  if (rc != QV_SUCCESS) return rc;
+  BITMAPHANDLE b;
+  std::memset(&b, 0, sizeof b);
+  b.uStructSize = sizeof(BITMAPHANDLE);
+  b.uFlags = isSigned ? QV_BMF_SIGNED : 0u;
+  b.nWidth = width;
+  b.nHeight = height;
+  b.nBitsPerPixel = bitsPerPixel;
+  b.nBytesPerLine = MinBytesPerLine(width, bitsPerPixel);
+  b.uOrder = order;
+  b.nHighBit = bitsPerPixel == 12 ? 11 : (f.kind == PixelKind::Gray16 ? 15 : 7);
+  b.nXResolution = 96;
+  b.nYResolution = 96;
+  if (f.IsIndexed() || f.kind == PixelKind::Gray8) FillGrayPalette(&b, bitsPerPixel);
+  *out = b;
+  return QV_SUCCESS;
+}
+
+int AllocateBitmapPixels(BITMAPHANDLE* b) {
+  int rc = CheckBitmapSize(b->nWidth, b->nHeight);
+  PixelFormat f{};
+  if (rc == QV_SUCCESS) rc = DescribePixelFormat(*b, &f);
+  if (rc != QV_SUCCESS) return rc;
+  const int32_t line = MinBytesPerLine(b->nWidth, b->nBitsPerPixel);
+  const size_t bytes = static_cast<size_t>(line) * static_cast<size_t>(b->nHeight);
+  uint8_t* data = AllocatePixels(bytes);
+  if (!data) return QV_ERROR_NO_MEMORY;
+  b->pData = data;
+  b->nBytesPerLine = line;
+  b->uDataSize = bytes;
+  b->uFlags |= QV_BMF_ALLOCATED;
+  return QV_SUCCESS;
+}
 
 void ReleaseBitmapMemory(BITMAPHANDLE* p) {
   FreePixels(p->pData);
@@ -66,31 +118,11 @@ int DeepCopyBitmap(const BITMAPHANDLE& src, BITMAPHANDLE* dst) {
 }
 
 int CreateBlankBitmap(int width, int height, int bitsPerPixel, uint32_t order, bool isSigned, BITMAPHANDLE* out) {
-  PixelFormat f{};
-  int rc = DescribePixelFormat(bitsPerPixel, order, isSigned, &f);
-  if (rc != QV_SUCCESS) return rc;
-  if (width <= 0 || height <= 0) return QV_ERROR_INVALID_DIMENSIONS;
-  const int32_t line = MinBytesPerLine(width, bitsPerPixel);
-  if (line == 0) return QV_ERROR_IMAGE_TOO_LARGE;
-  const uint64_t bytes = static_cast<uint64_t>(line) * static_cast<uint64_t>(height);
-  if (bytes > static_cast<uint64_t>(PTRDIFF_MAX) || bytes > SIZE_MAX) return QV_ERROR_IMAGE_TOO_LARGE;
-  uint8_t* data = AllocatePixels(static_cast<size_t>(bytes));
-  if (!data) return QV_ERROR_NO_MEMORY;
-  std::memset(out, 0, sizeof *out);
-  out->uStructSize = sizeof(BITMAPHANDLE);
-  out->uFlags = QV_BMF_ALLOCATED | (isSigned ? QV_BMF_SIGNED : 0u);
-  out->pData = data;
-  out->nWidth = width;
-  out->nHeight = height;
-  out->nBitsPerPixel = bitsPerPixel;
-  out->nBytesPerLine = line;
-  out->uDataSize = bytes;
-  out->uOrder = order;
-  out->nLowBit = 0;
-  out->nHighBit = bitsPerPixel == 12 ? 11 : (f.IsGray() && bitsPerPixel == 16 ? 15 : 7);
-  out->nXResolution = 96;
-  out->nYResolution = 96;
-  return QV_SUCCESS;
+  BITMAPHANDLE b;
+  int rc = DescribeNewBitmap(width, height, bitsPerPixel, order, isSigned, &b);
+  if (rc == QV_SUCCESS) rc = AllocateBitmapPixels(&b);
+  if (rc == QV_SUCCESS) *out = b;
+  return rc;
 }
 
 }  // namespace qv

@@ -60,6 +60,21 @@ int CheckDescriptor(const BITMAPHANDLE* p, Access access) {
   return QV_SUCCESS;
 }
 
+int CheckNewDescriptor(BITMAPHANDLE* p, unsigned int structSize) {
+  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+  if (structSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
+  return QV_SUCCESS;
+}
+
+int CheckSourceAndNewDescriptor(const BITMAPHANDLE* src, BITMAPHANDLE* dst, unsigned int structSize,
+                                unsigned int flags) {
+  int rc = CheckNewDescriptor(dst, structSize);
+  if (rc == QV_SUCCESS) rc = CheckFlags(flags, 0);
+  if (rc == QV_SUCCESS) rc = CheckBitmap(src, Access::Read);
+  if (rc == QV_SUCCESS && dst == src) rc = QV_ERROR_INVALID_PARAMETER;
+  return rc;
+}
+
 int CheckBitmap(const BITMAPHANDLE* p, Access access) {
   int rc = CheckDescriptor(p, access);
   if (rc != QV_SUCCESS) return rc;

@@ -26,6 +26,15 @@ int CheckBitmap(const BITMAPHANDLE* p, Access access);
 // accept unallocated descriptors (free, init, region removal).
 int CheckDescriptor(const BITMAPHANDLE* p, Access access);
 
+// A caller's descriptor about to be (re)written from scratch: pointer null/unmapped/not writable ->
+// QV_ERROR_INVALID_PARAMETER; structSize != sizeof(BITMAPHANDLE) -> QV_ERROR_INVALID_STRUCT_SIZE.
+int CheckNewDescriptor(BITMAPHANDLE* p, unsigned int structSize);
+
+// The checks of an export that makes a new bitmap out of another, in their order: pDst and structSize as
+// above, flags (none defined), src as CheckBitmap for reading, and pDst == src (QV_ERROR_INVALID_PARAMETER).
+int CheckSourceAndNewDescriptor(const BITMAPHANDLE* src, BITMAPHANDLE* dst, unsigned int structSize,
+                                unsigned int flags);
+
 // The undefined-bits check of every export's trailing flags word.
 inline int CheckFlags(unsigned int flags, unsigned int allowed) {
   return (flags & ~allowed) ? QV_ERROR_INVALID_FLAGS : QV_SUCCESS;

@@ -13,70 +13,13 @@ using namespace qv;
 
 namespace {
 
-constexpr uint64_t kMaxBitmapBytes = uint64_t{1} << 40;  // beyond this no allocation could ever succeed
-
 uint32_t DefaultOrder(int bitsPerPixel) {
   return bitsPerPixel <= 16 ? QV_ORDER_GRAY : QV_ORDER_BGR;
 }
 
-void FillGrayPalette(BITMAPHANDLE* p, int bitsPerPixel) {
-  const int n = 1 << (bitsPerPixel > 8 ? 8 : bitsPerPixel);
-  for (int i = 0; i < n; ++i) {
-    const uint8_t v = static_cast<uint8_t>(n == 1 ? 0 : i * 255 / (n - 1));
-    p->Palette[i] = RGBQUAD{v, v, v, 0};
-  }
-  p->nColors = n;
-}
-
-// Checks the caller's pointer and size field for a descriptor about to be (re)written.
-int CheckOutDescriptor(BITMAPHANDLE* p, unsigned int structSize) {
-  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
-  if (structSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
-  return QV_SUCCESS;
-}
-
-// Fills a descriptor without memory; the caller has checked pointer and size.
-int InitDescriptor(BITMAPHANDLE* p, int width, int height, int bitsPerPixel, uint32_t order, bool isSigned) {
-  if (width <= 0 || height <= 0) return QV_ERROR_INVALID_DIMENSIONS;
-  PixelFormat f{};
-  const int rc = DescribePixelFormat(bitsPerPixel, order, isSigned, &f);
-  if (rc != QV_SUCCESS) return rc;
-  const int32_t line = MinBytesPerLine(width, bitsPerPixel);
-  if (line == 0) return QV_ERROR_IMAGE_TOO_LARGE;
-  BITMAPHANDLE b;
-  std::memset(&b, 0, sizeof b);
-  b.uStructSize = sizeof(BITMAPHANDLE);
-  b.uFlags = isSigned ? QV_BMF_SIGNED : 0u;
-  b.nWidth = width;
-  b.nHeight = height;
-  b.nBitsPerPixel = bitsPerPixel;
-  b.nBytesPerLine = line;
-  b.uOrder = order;
-  b.nHighBit = bitsPerPixel == 12 ? 11 : (f.kind == PixelKind::Gray16 ? 15 : 7);
-  b.nXResolution = 96;
-  b.nYResolution = 96;
-  if (f.IsIndexed() || f.kind == PixelKind::Gray8) FillGrayPalette(&b, bitsPerPixel);
-  *p = b;
-  return QV_SUCCESS;
-}
-
 int AllocateDescriptor(BITMAPHANDLE* p) {
   if ((p->uFlags & QV_BMF_ALLOCATED) && AllocationSize(p->pData) != 0) return QV_ERROR_INVALID_PARAMETER;
-  if (p->nWidth <= 0 || p->nHeight <= 0) return QV_ERROR_INVALID_DIMENSIONS;
-  PixelFormat f{};
-  const int rc = DescribePixelFormat(*p, &f);
-  if (rc != QV_SUCCESS) return rc;
-  const int32_t line = MinBytesPerLine(p->nWidth, p->nBitsPerPixel);
-  if (line == 0) return QV_ERROR_IMAGE_TOO_LARGE;
-  const uint64_t bytes = static_cast<uint64_t>(line) * static_cast<uint64_t>(p->nHeight);
-  if (bytes > kMaxBitmapBytes || bytes > SIZE_MAX) return QV_ERROR_IMAGE_TOO_LARGE;
-  uint8_t* data = AllocatePixels(static_cast<size_t>(bytes));
-  if (!data) return QV_ERROR_NO_MEMORY;
-  p->pData = data;
-  p->nBytesPerLine = line;
-  p->uDataSize = bytes;
-  p->uFlags |= QV_BMF_ALLOCATED;
-  return QV_SUCCESS;
+  return AllocateBitmapPixels(p);
 }
 
 int GrayTest(const BITMAPHANDLE& b) {
@@ -103,11 +46,11 @@ int GrayTest(const BITMAPHANDLE& b) {
 QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
                              int nBitsPerPixel, unsigned int uFlags) {
   return Guarded([&] {
-    int rc = CheckOutDescriptor(p, uStructSize);
+    int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
-    return InitDescriptor(p, nWidth, nHeight, nBitsPerPixel, DefaultOrder(nBitsPerPixel),
-                          (uFlags & QV_BMF_SIGNED) != 0);
+    return DescribeNewBitmap(nWidth, nHeight, nBitsPerPixel, DefaultOrder(nBitsPerPixel),
+                             (uFlags & QV_BMF_SIGNED) != 0, p);
   });
 }
 
@@ -123,7 +66,7 @@ QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nW
                                int nBitsPerPixel, unsigned int uOrder, const RGBQUAD* pPalette, int nColors,
                                unsigned int uFlags) {
   return Guarded([&] {
-    int rc = CheckOutDescriptor(p, uStructSize);
+    int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
     if (nColors < 0 || nColors > QV_MAX_PALETTE_ENTRIES) return QV_ERROR_INVALID_PARAMETER;
@@ -131,7 +74,7 @@ QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nW
     if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, false))
       return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE b;
-    rc = InitDescriptor(&b, nWidth, nHeight, nBitsPerPixel, uOrder, (uFlags & QV_BMF_SIGNED) != 0);
+    rc = DescribeNewBitmap(nWidth, nHeight, nBitsPerPixel, uOrder, (uFlags & QV_BMF_SIGNED) != 0, &b);
     if (rc != QV_SUCCESS) return rc;
     if (pPalette && nColors > 0) {
       std::memcpy(b.Palette, pPalette, sizeof(RGBQUAD) * nColors);
@@ -157,11 +100,8 @@ QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
 QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc,
                              unsigned int uFlags) {
   return Guarded([&] {
-    int rc = CheckOutDescriptor(pDst, uStructSize);
-    if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
-    if (rc == QV_SUCCESS) rc = CheckBitmap(pSrc, Access::Read);
+    int rc = CheckSourceAndNewDescriptor(pSrc, pDst, uStructSize, uFlags);
     if (rc != QV_SUCCESS) return rc;
-    if (pDst == pSrc) return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE copy;
     rc = DeepCopyBitmap(*pSrc, &copy);
     if (rc == QV_SUCCESS) *pDst = copy;

@@ -5,8 +5,6 @@
 #include "DisplayResampler.h"
 
 #include <algorithm>
-#include <atomic>
-#include <new>
 #include <vector>
 
 #include "DisplayRows.h"
@@ -139,16 +137,10 @@ int RenderForDisplay(const BITMAPHANDLE& b, const DisplayRequest& r, uint32_t* o
   const AxisTaps rows(r.source.bottom - r.source.top, r.destHeight, r.visible.top, r.visible.bottom);
   const DisplayRows conv(b);
   const int visH = r.visible.bottom - r.visible.top;
-  std::atomic<bool> outOfMemory{false};
-  ParallelRowsQuiet(0, visH, [&](int k0, int k1) {
-    try {
-      BandRenderer band(conv, r, cols, rows);
-      band.Render(k0, k1, out);
-    } catch (const std::bad_alloc&) {
-      outOfMemory = true;
-    }
+  return ParallelRowsQuiet(0, visH, [&](int k0, int k1) {
+    BandRenderer band(conv, r, cols, rows);
+    band.Render(k0, k1, out);
   });
-  return outOfMemory ? QV_ERROR_NO_MEMORY : QV_SUCCESS;
 }
 
 }  // namespace qv

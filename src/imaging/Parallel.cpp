@@ -1,10 +1,13 @@
 // Row bands over worker threads. Bands are handed out through an atomic counter; the calling thread works
 // on bands too and, between its bands, reports progress and asks the status callback whether to go on. An
 // abort stops new bands from being started; bands already running finish, so no row is half written.
+// A band that throws (a worker's buffer that cannot be allocated) aborts the run the same way and comes back
+// as a result code: an exception escaping a std::thread would end the host process.
 #include "Parallel.h"
 
 #include <algorithm>
 #include <atomic>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -39,15 +42,33 @@ class BandRunner {
     const int rows = m_end - m_begin;
     const int y0 = m_begin + static_cast<int>(static_cast<int64_t>(rows) * band / m_bands);
     const int y1 = m_begin + static_cast<int>(static_cast<int64_t>(rows) * (band + 1) / m_bands);
-    if (y0 < y1) m_fn(y0, y1);
+    if (y0 < y1) RunBand(y0, y1);
     m_done.fetch_add(1);
     return true;
   }
 
   void Abort() { m_abort.store(true); }
+  // QV_SUCCESS, or the code of the first band that failed.
+  int Failure() const { return m_failure.load(); }
   int Percent() const { return static_cast<int>(static_cast<int64_t>(m_done.load()) * 100 / m_bands); }
 
  private:
+  void RunBand(int y0, int y1) noexcept {
+    try {
+      m_fn(y0, y1);
+    } catch (const std::bad_alloc&) {
+      Fail(QV_ERROR_NO_MEMORY);
+    } catch (...) {
+      Fail(QV_ERROR_PLATFORM);
+    }
+  }
+
+  void Fail(int code) {
+    int expected = QV_SUCCESS;
+    m_failure.compare_exchange_strong(expected, code);
+    Abort();
+  }
+
   int m_begin;
   int m_end;
   const std::function<void(int, int)>& m_fn;
@@ -55,6 +76,7 @@ class BandRunner {
   std::atomic<int> m_next{0};
   std::atomic<int> m_done{0};
   std::atomic<bool> m_abort{false};
+  std::atomic<int> m_failure{QV_SUCCESS};
 };
 
 int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report) {
@@ -67,12 +89,13 @@ int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report
   std::vector<std::thread> workers;
   for (int i = 1; i < threads; ++i) {
     try {
+      if (workers.empty()) workers.reserve(static_cast<size_t>(threads - 1));
       workers.emplace_back([&runner] {
         while (runner.RunOne()) {
         }
       });
     } catch (...) {
-      break;  // fewer threads; the calling thread still completes every band
+      break;  // fewer threads (no memory, or the system refused one); the calling thread still does every band
     }
   }
   while (rc == QV_SUCCESS && runner.RunOne()) {
@@ -80,6 +103,7 @@ int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report
     if (rc != QV_SUCCESS) runner.Abort();
   }
   for (auto& t : workers) t.join();
+  if (runner.Failure() != QV_SUCCESS) return runner.Failure();
   if (rc == QV_SUCCESS && report) rc = ReportStatus(100);
   return rc;
 }
@@ -90,8 +114,8 @@ int ParallelRows(int begin, int end, const std::function<void(int y0, int y1)>& 
   return Run(begin, end, fn, true);
 }
 
-void ParallelRowsQuiet(int begin, int end, const std::function<void(int y0, int y1)>& fn) {
-  Run(begin, end, fn, false);
+int ParallelRowsQuiet(int begin, int end, const std::function<void(int y0, int y1)>& fn) {
+  return Run(begin, end, fn, false);
 }
 
 StatusCallback CurrentStatusCallback() { return t_callback; }

@@ -13,11 +13,13 @@ namespace qv {
 // least 1; a small image runs on the calling thread) and calls fn(y0, y1) for each band. Progress 0..100 is
 // reported on the CALLING thread through the thread's status callback (Q_SetStatusCallBack); when the
 // callback returns anything but QV_SUCCESS the remaining bands are skipped and QV_ERROR_USER_ABORT is
-// returned. fn must not throw. Returns QV_SUCCESS otherwise.
+// returned. A band that throws stops the bands not yet started as well: std::bad_alloc comes back as
+// QV_ERROR_NO_MEMORY, anything else as QV_ERROR_PLATFORM (rows of the failed bands may be half written).
+// A worker thread that cannot be started only means fewer workers. Returns QV_SUCCESS otherwise.
 int ParallelRows(int begin, int end, const std::function<void(int y0, int y1)>& fn);
 
-// The same without progress reports (painting, internal conversions): always QV_SUCCESS.
-void ParallelRowsQuiet(int begin, int end, const std::function<void(int y0, int y1)>& fn);
+// The same without progress reports (painting, internal conversions).
+int ParallelRowsQuiet(int begin, int end, const std::function<void(int y0, int y1)>& fn);
 
 // The status callback registered for the calling thread (null when none).
 struct StatusCallback {

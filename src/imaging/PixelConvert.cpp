@@ -170,6 +170,24 @@ int32_t ReadGraySample(const BITMAPHANDLE& b, const PixelFormat& f, int x, int y
   return f.isSigned ? static_cast<int16_t>(raw) : raw;
 }
 
+void ReadRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, uint16_t* out) {
+  const uint8_t* row = RowPtr(b, y);
+  if (f.kind == PixelKind::Gray8) {
+    for (int x = x0; x < x1; ++x) *out++ = row[x];
+    return;
+  }
+  for (int x = x0; x < x1; ++x) *out++ = static_cast<uint16_t>(UnsignedGray(row, f, x));
+}
+
+void WriteRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint16_t* in) {
+  uint8_t* row = RowPtr(b, y);
+  if (f.kind == PixelKind::Gray8) {
+    for (int x = x0; x < x1; ++x) row[x] = static_cast<uint8_t>(*in++);
+    return;
+  }
+  for (int x = x0; x < x1; ++x) StoreGray(row, f, x, *in++);
+}
+
 void ReadRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, uint16_t* out) {
   const uint8_t* row = RowPtr(b, y);
   for (int x = x0; x < x1; ++x, out += 4) ReadPixel16(b, f, row, x, out);

@@ -20,6 +20,12 @@ void ReadRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, i
 void WriteRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint8_t* in);
 void WriteRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint16_t* in);
 
+// Gray samples [x0, x1) of row y of a gray format (8, 12, 16 bits) in the format's unsigned range 0..max, signed
+// samples offset by half the range (a 16-bit s becomes s + 32768, a 12-bit one s + 2048), without scaling;
+// and the way back. For work that must stay exact in the format's own units (averages for display).
+void ReadRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, uint16_t* out);
+void WriteRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint16_t* in);
+
 // The raw gray sample at (x, y) of a 12/16-bit gray image as a signed or unsigned integer (sign-extended
 // when f.isSigned), without scaling.
 int32_t ReadGraySample(const BITMAPHANDLE& b, const PixelFormat& f, int x, int y);

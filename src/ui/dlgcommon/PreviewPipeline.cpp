@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "DisplayReduce.h"
 #include "qv/qvimgops.h"
 
 namespace {
@@ -47,24 +46,15 @@ void CPreviewPipeline::Invalidate() {
 
 int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height,
                              CQVBitmap* out, qvpreview::RegionCover* cover) const {
+  // The kernel's reduction keeps the window-level table and carries the region over to the smaller grid; a
+  // region that does not reach that grid means no pixel there may change.
   BITMAPHANDLE reduced{};
-  reduced.uStructSize = sizeof(BITMAPHANDLE);
-  int rc = qvpreview::ReduceRegion(from, region, width, height, &reduced);
+  const int rc = Q_ReduceBitmapRegion(&from, &region, width, height, &reduced, sizeof(BITMAPHANDLE), 0);
   if (rc != QV_SUCCESS) return rc;
-  // A bitmap shown through its window-level table keeps being shown so.
-  if ((from.uFlags & QV_BMF_USELUT) && from.pLUT && from.uLUTLength &&
-      qvpreview::ReducedBitsPerPixel(from) == from.nBitsPerPixel) {
-    rc = Q_WindowLevel(&reduced, from.nLowBit, from.nHighBit, from.pLUT, from.uLUTLength, 0);
-    if (rc != QV_SUCCESS) {
-      Q_FreeBitmap(&reduced, 0);
-      return rc;
-    }
-  }
-  // Set last: the window-level step above must not be limited by it.
-  rc = qvpreview::MapRegion(from, region, &reduced, cover);
-  if (rc != QV_SUCCESS) {
-    Q_FreeBitmap(&reduced, 0);
-    return rc;
+  if (Q_BitmapHasRgn(&from, 0) != 1) {
+    *cover = qvpreview::RegionCover::kWhole;
+  } else {
+    *cover = Q_BitmapHasRgn(&reduced, 0) == 1 ? qvpreview::RegionCover::kPart : qvpreview::RegionCover::kNone;
   }
   out->TakeOver(&reduced);
   return QV_SUCCESS;

@@ -19,8 +19,18 @@
 #include <functional>
 #include <memory>
 
-#include "DisplayRegion.h"
 #include "QVBitmap.h"
+
+namespace qvpreview {
+
+// What a display source's region says about the caller's region.
+enum class RegionCover {
+  kWhole,  // no region: every pixel may change
+  kPart,   // the display bitmap carries the region mapped to its grid
+  kNone,   // the region misses the display bitmap: no pixel may change
+};
+
+}  // namespace qvpreview
 
 struct PreviewView {
   RECT visible;   // the image rectangle the pane shows (image pixels, clipped to the image)

@@ -6,7 +6,6 @@
  */
 #include "QVBitmap.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "Address.h"
@@ -21,104 +20,6 @@ BITMAPHANDLE EmptyDescriptor() {
   BITMAPHANDLE b{};
   b.uStructSize = sizeof(BITMAPHANDLE);
   return b;
-}
-
-// The largest sample value of the bitmap's samples (colors of indexed
-// formats are 8-bit palette entries).
-unsigned MaxSample(const BITMAPHANDLE& b) {
-  switch (b.nBitsPerPixel) {
-    case 12:
-      return 4095;
-    case 48:
-    case 64:
-      return 65535;
-    case 16:
-      return b.uOrder == QV_ORDER_GRAY ? 65535u : 255u;
-    default:
-      return 255;
-  }
-}
-
-unsigned Scale(unsigned value8, unsigned maxSample) { return (value8 * maxSample + 127) / 255; }
-
-int NearestPaletteIndex(const BITMAPHANDLE& b, COLORREF color) {
-  const int count = std::max(1, std::min(b.nColors > 0 ? b.nColors : (1 << b.nBitsPerPixel), QV_MAX_PALETTE_ENTRIES));
-  int best = 0;
-  long bestDistance = -1;
-  for (int i = 0; i < count; ++i) {
-    const RGBQUAD& e = b.Palette[i];
-    const long dr = long(e.rgbRed) - GetRValue(color);
-    const long dg = long(e.rgbGreen) - GetGValue(color);
-    const long db = long(e.rgbBlue) - GetBValue(color);
-    const long distance = dr * dr + dg * dg + db * db;
-    if (bestDistance < 0 || distance < bestDistance) {
-      bestDistance = distance;
-      best = i;
-    }
-  }
-  return best;
-}
-
-void PutIndex(uint8_t* row, int x, int bits, int index) {
-  const int perByte = 8 / bits;
-  const int shift = (perByte - 1 - x % perByte) * bits;
-  const uint8_t mask = static_cast<uint8_t>(((1 << bits) - 1) << shift);
-  uint8_t& byte = row[x / perByte];
-  byte = static_cast<uint8_t>((byte & ~mask) | ((index << shift) & mask));
-}
-
-void Put16(uint8_t* p, unsigned v) {
-  p[0] = static_cast<uint8_t>(v & 0xFF);
-  p[1] = static_cast<uint8_t>(v >> 8);
-}
-
-// Writes the color into one pixel of an allocated, checked bitmap.
-void WritePixel(BITMAPHANDLE& b, int x, int y, COLORREF color) {
-  uint8_t* row = b.pData + static_cast<size_t>(y) * static_cast<size_t>(b.nBytesPerLine);
-  const unsigned r = GetRValue(color), g = GetGValue(color), bl = GetBValue(color);
-  const bool rgb = b.uOrder == QV_ORDER_RGB;
-  const unsigned gray = (r * 299 + g * 587 + bl * 114 + 500) / 1000;
-  const unsigned maxSample = MaxSample(b);
-  switch (b.nBitsPerPixel) {
-    case 1:
-    case 2:
-    case 4:
-      PutIndex(row, x, b.nBitsPerPixel, NearestPaletteIndex(b, color));
-      break;
-    case 8:
-      row[x] = static_cast<uint8_t>(b.uOrder == QV_ORDER_GRAY ? gray : NearestPaletteIndex(b, color));
-      break;
-    case 12:
-    case 16:
-      if (b.uOrder == QV_ORDER_GRAY) {
-        unsigned v = Scale(gray, maxSample);
-        if (b.uFlags & QV_BMF_SIGNED) v = Scale(gray, maxSample / 2);
-        Put16(row + 2 * x, v);
-      } else {
-        Put16(row + 2 * x, ((r >> 3) << 11) | ((g >> 2) << 5) | (bl >> 3));
-      }
-      break;
-    case 24:
-    case 32: {
-      uint8_t* p = row + x * (b.nBitsPerPixel / 8);
-      p[0] = static_cast<uint8_t>(rgb ? r : bl);
-      p[1] = static_cast<uint8_t>(g);
-      p[2] = static_cast<uint8_t>(rgb ? bl : r);
-      if (b.nBitsPerPixel == 32) p[3] = 255;
-      break;
-    }
-    case 48:
-    case 64: {
-      uint8_t* p = row + x * (b.nBitsPerPixel / 8);
-      Put16(p, Scale(rgb ? r : bl, maxSample));
-      Put16(p + 2, Scale(g, maxSample));
-      Put16(p + 4, Scale(rgb ? bl : r, maxSample));
-      if (b.nBitsPerPixel == 64) Put16(p + 6, maxSample);
-      break;
-    }
-    default:
-      break;
-  }
 }
 
 }  // namespace
@@ -210,35 +111,23 @@ int CQVBitmap::Copy(const BITMAPHANDLE& src) {
 }
 
 int CQVBitmap::CreateEmptyBitmap(int bitsPerPixel, int width, int height, int /*unused*/, COLORREF fill) {
-  const bool indexed = bitsPerPixel >= 1 && bitsPerPixel <= 8;
+  // 8 and 12 bits are gray, 16 bits 5-6-5 colour; fewer than 8 bits get the kernel's gray ramp palette.
   const unsigned order = bitsPerPixel == 8 || bitsPerPixel == 12 ? QV_ORDER_GRAY : QV_ORDER_BGR;
-  RGBQUAD palette[QV_MAX_PALETTE_ENTRIES] = {};
-  const int colors = indexed ? (1 << bitsPerPixel) : 0;
-  for (int i = 0; i < colors; ++i) {
-    const BYTE v = static_cast<BYTE>(colors > 1 ? i * 255 / (colors - 1) : 0);
-    palette[i] = RGBQUAD{v, v, v, 0};
-  }
   BITMAPHANDLE created = EmptyDescriptor();
-  const int rc = Q_CreateBitmap(&created, sizeof(BITMAPHANDLE), width, height, bitsPerPixel,
-                                bitsPerPixel < 8 ? QV_ORDER_BGR : order, indexed ? palette : nullptr, colors, 0);
+  int rc = Q_CreateBitmap(&created, sizeof(BITMAPHANDLE), width, height, bitsPerPixel, order, nullptr, 0, 0);
   if (rc != QV_SUCCESS) return Keep(rc);
+  rc = Q_FillBitmap(&created, fill, 0);
+  if (rc != QV_SUCCESS) {
+    Q_FreeBitmap(&created, 0);
+    return Keep(rc);
+  }
   Free();
   m_own = std::make_unique<BITMAPHANDLE>(created);
-  // Fill the first row pixel by pixel, then copy it down: every format's
-  // packing is handled once, and large fills stay cheap.
-  for (int x = 0; x < width; ++x) WritePixel(*m_own, x, 0, fill);
-  for (int y = 1; y < height; ++y)
-    std::copy_n(m_own->pData, m_own->nBytesPerLine, m_own->pData + static_cast<size_t>(y) * m_own->nBytesPerLine);
   return Keep(QV_SUCCESS);
 }
 
 int CQVBitmap::PutPixelColor(int x, int y, COLORREF color) {
-  if (!Usable()) return 0;
-  BITMAPHANDLE& b = *GetHandle();
-  if (x < 0 || y < 0 || x >= b.nWidth || y >= b.nHeight) return Keep(QV_ERROR_INVALID_PARAMETER);
-  if (Q_IsValidBitmap(&b, 0) != QV_SUCCESS) return Keep(QV_ERROR_INVALID_PARAMETER);
-  WritePixel(b, x, y, color);
-  return Keep(QV_SUCCESS);
+  return Usable() ? Keep(Q_PutPixelColor(GetHandle(), x, y, color, 0)) : 0;
 }
 
 void CQVBitmap::SetPaintGamma(unsigned gamma) {

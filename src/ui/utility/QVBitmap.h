@@ -47,11 +47,12 @@ class CQVBitmap {
   int TakeOver(BITMAPHANDLE* p);
   // Replaces the content by a deep copy of `src`; nonzero on success.
   int Copy(const BITMAPHANDLE& src);
-  // An owned bitmap of the given format filled with `fill`; 8 bits and fewer
-  // get a gray palette. `unused` is kept for the callers' argument order.
+  // An owned bitmap of the given format filled with `fill` (Q_FillBitmap);
+  // fewer than 8 bits get a gray palette. `unused` is kept for the callers'
+  // argument order.
   int CreateEmptyBitmap(int bitsPerPixel, int width, int height, int unused, COLORREF fill);
-  // Writes one pixel (RGB of the COLORREF scaled to the format's samples;
-  // the nearest palette entry for indexed formats).
+  // Writes one pixel through Q_PutPixelColor (the kernel's rule for every
+  // format, 5-6-5 by its order).
   int PutPixelColor(int x, int y, COLORREF color);
 
   // Gamma x 100 applied when painting only (100 = none); the pixels are not

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <new>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -81,6 +83,25 @@ TEST_F(ParallelRowsTest, CallbackIsPerThread) {
   EXPECT_EQ(user, &rec);
   EXPECT_EQ(Q_GetStatusCallBack(nullptr, &user, 0), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_SetStatusCallBack(nullptr, nullptr, 2), QV_ERROR_INVALID_FLAGS);
+}
+
+TEST_F(ParallelRowsTest, ABandThatThrowsComesBackAsACodeOnEveryThread) {
+  // Every band throws, so both the calling thread and the workers do; an exception leaving a worker would
+  // end the process, one leaving the caller would cross the export.
+  struct Case {
+    const char* what;
+    void (*raise)();
+    int expected;
+  };
+  const Case cases[] = {
+      {"no memory", [] { throw std::bad_alloc(); }, QV_ERROR_NO_MEMORY},
+      {"anything else", [] { throw std::runtime_error("band"); }, QV_ERROR_PLATFORM},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    EXPECT_EQ(qv::ParallelRows(0, 4000, [&](int, int) { c.raise(); }), c.expected);
+    EXPECT_EQ(qv::ParallelRowsQuiet(0, 4000, [&](int, int) { c.raise(); }), c.expected);
+  }
 }
 
 }  // namespace

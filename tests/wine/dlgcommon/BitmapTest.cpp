@@ -130,17 +130,13 @@ TEST(PreviewBitmap, OwnershipAttachDetachMoveAndPixelWrites) {
   EXPECT_EQ(second.PutPixelColor(5, 0, 0), 0);
   EXPECT_EQ(second.LastResult(), QV_ERROR_INVALID_PARAMETER);
 
-  // Other formats: gray takes the luminance, 48-bit scales to 16 bits.
+  // 8 bits make a gray bitmap; how each format takes a colour is the kernel's rule, tested with it.
   CQVBitmap gray;
   ASSERT_TRUE(gray.CreateEmptyBitmap(8, 3, 3, 1, RGB(255, 255, 255)));
+  EXPECT_EQ(gray.GetHandle()->uOrder, QV_ORDER_GRAY);
   EXPECT_EQ(dlgtest::Samples(*gray.GetHandle(), 2, 2), (std::vector<uint32_t>{255}));
-  EXPECT_TRUE(gray.PutPixelColor(1, 1, RGB(100, 100, 100)));
-  EXPECT_EQ(dlgtest::Samples(*gray.GetHandle(), 1, 1), (std::vector<uint32_t>{100}));
-  CQVBitmap deep;
-  ASSERT_TRUE(deep.CreateEmptyBitmap(48, 2, 2, 1, RGB(255, 0, 128)));
-  EXPECT_EQ(dlgtest::Samples(*deep.GetHandle(), 1, 1), (std::vector<uint32_t>{32896, 0, 65535}));
-  EXPECT_EQ(deep.CreateEmptyBitmap(24, 0, 5, 1, 0), 0);
-  EXPECT_TRUE(deep.IsAllocated()) << "a failed creation keeps the old bitmap";
+  EXPECT_EQ(gray.CreateEmptyBitmap(24, 0, 5, 1, 0), 0);
+  EXPECT_TRUE(gray.IsAllocated()) << "a failed creation keeps the old bitmap";
 }
 
 TEST(PreviewBitmap, PaintShowsThePixelsAndPaintGammaOnlyChangesWhatIsShown) {
