@@ -306,6 +306,14 @@ size_t CQVWindowLevelDlgSliderCtrl::Resort(size_t index) {
   return IndexOf(kept);
 }
 
+void CQVWindowLevelDlgSliderCtrl::KeepSorted(size_t index) {
+  // Under the neighbour rule a marker set within its neighbours is already in
+  // place; moving it before an equal neighbour would only swap which of the
+  // two the user is holding.
+  if (m_style & STYLE_NO_PASSING) return;
+  Resort(index);
+}
+
 bool CQVWindowLevelDlgSliderCtrl::IsHit(const CQVWLSliderMarker* marker) const {
   return std::find(m_hitMarkers.begin(), m_hitMarkers.end(), marker) != m_hitMarkers.end();
 }
@@ -457,7 +465,7 @@ void CQVWindowLevelDlgSliderCtrl::EditMarkerValue(CQVWLSliderMarker* marker) {
   // back in, so every marker stays inside the range.
   marker->value = Axis().Clamp(dialog.GetValue());
   ComputeMarkerRects(*marker);
-  Resort(IndexOf(marker));
+  KeepSorted(IndexOf(marker));
   m_selected = marker;
   Notify();
   Invalidate(TRUE);
@@ -531,7 +539,7 @@ void CQVWindowLevelDlgSliderCtrl::MoveSelectedTo(double value) {
   const RECT before = m_selected->Bounds();
   m_selected->value = target;
   ComputeMarkerRects(*m_selected);
-  Resort(index);
+  KeepSorted(index);
   InvalidateMove(before, m_selected->Bounds(), true);
   UpdateWindow();
   Notify();
