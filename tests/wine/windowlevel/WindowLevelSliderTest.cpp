@@ -12,6 +12,7 @@
 
 #include "SliderHostDialog.h"
 #include "qvdriver/DialogDriver.h"
+#include "qvdriver/TestOutput.h"
 #include "resource.h"
 
 namespace {
@@ -263,6 +264,11 @@ TEST_F(WindowLevelSliderTest, TheBandShowsEachIntervalInItsColour) {
   ::SelectObject(dc, old);
   ::DeleteObject(bitmap);
   ::DeleteDC(dc);
+  // For the eye: the host with the slider as the user sees it, then the palette ramp above the channel.
+  EXPECT_TRUE(qv::test::SaveTestScreenshot(host->m_hWnd, "windowlevel_slider", L"band.png"));
+  Slider().SetOrientation(2);
+  host->Pump();
+  EXPECT_TRUE(qv::test::SaveTestScreenshot(host->m_hWnd, "windowlevel_slider", L"ramp.png"));
 }
 
 }  // namespace

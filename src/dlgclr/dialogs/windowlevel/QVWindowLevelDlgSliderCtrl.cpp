@@ -634,15 +634,20 @@ void CQVWindowLevelDlgSliderCtrl::DrawTickPoints(HDC dc) {
 
 void CQVWindowLevelDlgSliderCtrl::DrawScale(HDC dc) {
   ::SetTextColor(dc, ::GetSysColor(IsWindowEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
-  int lastLabelEnd = INT_MIN;
+  if (m_ticks.empty()) return;
+  auto start = [this](const RECT& r) { return IsVertical() ? r.top : r.left; };
+  auto end = [this](const RECT& r) { return IsVertical() ? r.bottom : r.right; };
+  // The maximum's label always shows; a label that would touch it or its
+  // predecessor (the last step may be short) is left out.
+  const int lastStart = start(m_ticks.back().label);
+  int previousEnd = INT_MIN;
   for (size_t i = 0; i < m_ticks.size(); ++i) {
     const TICPOINTS& tick = m_ticks[i];
     ::MoveToEx(dc, tick.lineFrom.x, tick.lineFrom.y, nullptr);
     ::LineTo(dc, tick.lineTo.x, tick.lineTo.y);
-    // A label pushed against a neighbour at the ends of the scale is skipped.
-    const int labelStart = IsVertical() ? tick.label.top : tick.label.left;
-    if (labelStart < lastLabelEnd) continue;
-    lastLabelEnd = IsVertical() ? tick.label.bottom : tick.label.right;
+    const bool last = i + 1 == m_ticks.size();
+    if (start(tick.label) < previousEnd || (!last && end(tick.label) >= lastStart)) continue;
+    previousEnd = end(tick.label);
     const double shown = (m_style & STYLE_TICK_INDEX) ? static_cast<double>(i) * m_tickStep : tick.value;
     const std::wstring text = FormatValue(shown);
     RECT label = tick.label;
@@ -714,9 +719,34 @@ void CQVWindowLevelDlgSliderCtrl::DrawBand(HDC dc) {
   DrawBandSpan(dc, from, trackEnd, GetIntervalColor(GetMarkerCount()));
 }
 
+void CQVWindowLevelDlgSliderCtrl::DrawArrow(HDC dc, const RECT& arrow) {
+  if (::IsRectEmpty(&arrow)) return;
+  // The tip points at the channel: up or left in orientations 0 and 1, down
+  // or right in 2 and 3.
+  const bool tipAtStart = m_orientation < 2;
+  POINT points[3];
+  if (IsVertical()) {
+    const int middle = (arrow.top + arrow.bottom - 1) / 2;
+    const int tip = tipAtStart ? arrow.left : arrow.right - 1;
+    const int base = tipAtStart ? arrow.right - 1 : arrow.left;
+    points[0] = POINT{tip, middle};
+    points[1] = POINT{base, arrow.top};
+    points[2] = POINT{base, arrow.bottom - 1};
+  } else {
+    const int middle = (arrow.left + arrow.right - 1) / 2;
+    const int tip = tipAtStart ? arrow.top : arrow.bottom - 1;
+    const int base = tipAtStart ? arrow.bottom - 1 : arrow.top;
+    points[0] = POINT{middle, tip};
+    points[1] = POINT{arrow.left, base};
+    points[2] = POINT{arrow.right - 1, base};
+  }
+  qvfw::SelectObjectScope brush(dc, ::GetSysColorBrush(COLOR_3DDKSHADOW));
+  ::Polygon(dc, points, 3);
+}
+
 void CQVWindowLevelDlgSliderCtrl::DrawOneMarker(HDC dc, const CQVWLSliderMarker& marker, bool selected) {
   ::FillRect(dc, &marker.stem, ::GetSysColorBrush(COLOR_3DDKSHADOW));
-  ::FillRect(dc, &marker.arrow, ::GetSysColorBrush(COLOR_3DDKSHADOW));
+  DrawArrow(dc, marker.arrow);
   RECT thumb = marker.thumb;
   ::FillRect(dc, &thumb, ::GetSysColorBrush(IsHit(&marker) || m_grabbed == &marker ? COLOR_3DHILIGHT : COLOR_3DFACE));
   ::DrawEdge(dc, &thumb, EDGE_RAISED, BF_RECT);

@@ -151,6 +151,7 @@ class CQVWindowLevelDlgSliderCtrl : public qvfw::CSliderCtrl {
   void DrawAll(HDC dc);
   void DrawBandSpan(HDC dc, int from, int to, COLORREF color);
   void DrawPaletteRamp(HDC dc, long long a, long long b, int from, int to);
+  void DrawArrow(HDC dc, const RECT& arrow);
   void DrawOneMarker(HDC dc, const CQVWLSliderMarker& marker, bool selected);
   void EditMarkerValue(CQVWLSliderMarker* marker);
   void EditIntervalColor(POINT point);
