@@ -64,6 +64,18 @@ TEST(SliderMarkersTest, InsertionGoesBeforeTheFirstEqualAndBoundsSkipEqualValues
     EXPECT_DOUBLE_EQ(b.lower, c.lower);
     EXPECT_DOUBLE_EQ(b.upper, c.upper);
   }
+  struct LimitCase {
+    size_t index;
+    bool noPassing;
+    double lower, upper;
+  };
+  const LimitCase limits[] = {{0, true, 0, 20}, {1, true, 10, 20}, {3, true, 20, 100}, {1, false, 0, 100}};
+  for (const LimitCase& c : limits) {
+    SCOPED_TRACE(c.index);
+    const DragBounds b = MarkerLimits(values, c.index, 0, 100, c.noPassing);
+    EXPECT_DOUBLE_EQ(b.lower, c.lower);
+    EXPECT_DOUBLE_EQ(b.upper, c.upper);
+  }
 }
 
 TEST(NeighbourRuleTest, StacksHandTheGrabOverAndNeighboursStopTheDrag) {

@@ -306,6 +306,10 @@ size_t CQVWindowLevelDlgSliderCtrl::Resort(size_t index) {
   return IndexOf(kept);
 }
 
+qvwl::DragBounds CQVWindowLevelDlgSliderCtrl::Limits(size_t index) const {
+  return qvwl::MarkerLimits(Values(), index, m_min, m_max, (m_style & STYLE_NO_PASSING) != 0);
+}
+
 void CQVWindowLevelDlgSliderCtrl::KeepSorted(size_t index) {
   // Under the neighbour rule a marker set within its neighbours is already in
   // place; moving it before an equal neighbour would only swap which of the
@@ -448,16 +452,10 @@ void CQVWindowLevelDlgSliderCtrl::OnRButtonUp(UINT flags, POINT point) {
 
 void CQVWindowLevelDlgSliderCtrl::EditMarkerValue(CQVWLSliderMarker* marker) {
   m_editMarker = marker;
-  const size_t index = IndexOf(marker);
-  double lower = m_min;
-  double upper = m_max;
-  if (m_style & STYLE_NO_PASSING) {
-    if (index > 0) lower = m_markers[index - 1]->value;
-    if (index + 1 < m_markers.size()) upper = m_markers[index + 1]->value;
-  }
+  const qvwl::DragBounds limits = Limits(IndexOf(marker));
   CQVWindowLevelDlgEditIntervalDlg dialog(this);
   dialog.SetValue(ToInt(qvwl::RoundTo(marker->value, 0)));
-  dialog.SetRange(ToInt(qvwl::RoundTo(lower, 0)), ToInt(qvwl::RoundTo(upper, 0)));
+  dialog.SetRange(ToInt(qvwl::RoundTo(limits.lower, 0)), ToInt(qvwl::RoundTo(limits.upper, 0)));
   const bool confirmed = dialog.DoModal() == IDOK;
   m_editMarker = nullptr;
   if (!confirmed) return;
@@ -528,13 +526,8 @@ void CQVWindowLevelDlgSliderCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 
 void CQVWindowLevelDlgSliderCtrl::MoveSelectedTo(double value) {
   const size_t index = IndexOf(m_selected);
-  double lower = m_min;
-  double upper = m_max;
-  if (m_style & STYLE_NO_PASSING) {
-    if (index > 0) lower = m_markers[index - 1]->value;
-    if (index + 1 < m_markers.size()) upper = m_markers[index + 1]->value;
-  }
-  const double target = qvwl::RoundTo(std::min(std::max(value, lower), upper), 1);
+  const qvwl::DragBounds limits = Limits(index);
+  const double target = qvwl::RoundTo(std::min(std::max(value, limits.lower), limits.upper), 1);
   if (target == m_selected->value) return;
   const RECT before = m_selected->Bounds();
   m_selected->value = target;

@@ -143,6 +143,7 @@ class CQVWindowLevelDlgSliderCtrl : public qvfw::CSliderCtrl {
   size_t IndexOf(const CQVWLSliderMarker* marker) const;
   // Puts the marker back where the sort order wants it; returns its index.
   size_t Resort(size_t index);
+  qvwl::DragBounds Limits(size_t index) const;
   // Resort after a value was set directly, unless the neighbour rule kept the order.
   void KeepSorted(size_t index);
   void InsertSorted(std::unique_ptr<CQVWLSliderMarker> marker);

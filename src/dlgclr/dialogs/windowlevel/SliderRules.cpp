@@ -39,6 +39,15 @@ DragBounds ComputeDragBounds(const std::vector<double>& values, double value, do
   return bounds;
 }
 
+DragBounds MarkerLimits(const std::vector<double>& values, size_t index, double minimum, double maximum,
+                        bool noPassing) {
+  DragBounds limits{minimum, maximum};
+  if (!noPassing || index >= values.size()) return limits;
+  if (index > 0) limits.lower = values[index - 1];
+  if (index + 1 < values.size()) limits.upper = values[index + 1];
+  return limits;
+}
+
 namespace {
 
 bool Contains(const std::vector<size_t>& hits, size_t index) {

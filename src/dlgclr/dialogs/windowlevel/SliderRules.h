@@ -40,6 +40,11 @@ struct DragBounds {
 };
 DragBounds ComputeDragBounds(const std::vector<double>& values, double value, double minimum, double maximum);
 
+// The values a marker set directly (typed, or moved by a key) may take: between its neighbours' values when
+// markers may not pass each other, else anywhere in the range.
+DragBounds MarkerLimits(const std::vector<double>& values, size_t index, double minimum, double maximum,
+                        bool noPassing);
+
 enum Collision : short { kNoCollision = 0, kStoppedByLower = 1, kStoppedByUpper = 2 };
 
 // The state the neighbour rule works on: the grabbed marker's index, the indices of the markers that lay
