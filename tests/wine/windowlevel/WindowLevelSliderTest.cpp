@@ -164,6 +164,10 @@ TEST_F(WindowLevelSliderTest, RightClickOnAMarkerTakesATypedWholeNumberWithinIts
     Open(c.style, c.markers);
     const POINT p = Slider().MarkerThumbCenter(c.marker);
     Script script;
+    // The label's text comes from the string table ("&Value:"), not the template ("Value:").
+    script.Expect("texts from the string table", [](const DialogView& v) {
+      return v.Caption() == L"Enter a number" && v.Text(IDC_EDITINTERVAL_LABEL) == std::wstring(L"&Value:");
+    });
     script.Expect("the dialog shows the marker's whole value",
                   [&](const DialogView& v) { return v.Text(IDC_EDITINTERVAL_VALUE) == std::wstring(c.shown); });
     if (c.typed) {
@@ -181,6 +185,43 @@ TEST_F(WindowLevelSliderTest, RightClickOnAMarkerTakesATypedWholeNumberWithinIts
     EXPECT_EQ(Values(), Resolve(c.result));
     EXPECT_EQ(host->notifications.size(), c.notifications);
     ExpectEveryNotificationIsCode4();
+    TearDown();
+  }
+}
+
+TEST_F(WindowLevelSliderTest, RightClickOnTheBandRecoloursTheIntervalUnderThePointer) {
+  constexpr int kStyle = CQVWindowLevelDlgSliderCtrl::STYLE_BAND | CQVWindowLevelDlgSliderCtrl::STYLE_EDIT_COLOR;
+  // The colour dialog's red, green and blue boxes.
+  constexpr int kRed = 706, kGreen = 707, kBlue = 708;
+  struct Case {
+    double value;
+    int interval;
+  };
+  // Away from the thumbs: a marker's own column belongs to the marker (the lower interval on a marker's value
+  // is left to the native rule test).
+  const Case cases[] = {{5, 0}, {40, 1}, {80, 2}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.value);
+    Open(kStyle, {20, 60});
+    const POINT inArea = At(c.value);
+    Script script;
+    script.Do("mix the colour", [](StepContext& s) {
+      s.Require(s.View().SetEditText(kRed, L"10"));
+      s.Require(s.View().SetEditText(kGreen, L"20"));
+      s.Require(s.View().SetEditText(kBlue, L"30"));
+    });
+    script.ClickOk();
+    const RunResult run = DialogDriver().Run(
+        [&] {
+          return static_cast<int>(
+              ::SendMessageW(Slider().m_hWnd, WM_RBUTTONUP, 0, MAKELPARAM(inArea.x, inArea.y)));
+        },
+        script);
+    EXPECT_TRUE(run.Ok()) << run.Report();
+    for (int i = 0; i < 3; ++i) {
+      EXPECT_EQ(Slider().GetIntervalColor(i), i == c.interval ? RGB(10, 20, 30) : RGB(255, 255, 255)) << i;
+    }
+    EXPECT_TRUE(host->notifications.empty()) << "a colour is no marker change";
     TearDown();
   }
 }
