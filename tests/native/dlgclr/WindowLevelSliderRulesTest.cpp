@@ -138,7 +138,7 @@ TEST(SliderMarkersTest, IntervalIndexPicksTheLowerIntervalOnAMarker) {
   EXPECT_EQ(IntervalIndex({}, 5), 0u);
 }
 
-TEST(SliderScaleTest, TicksThinOutUntilTheyFitAndSpacingRounds) {
+TEST(SliderScaleTest, TicksThinOutUntilTheyFit) {
   struct Case {
     double range, frequency, length, minSpacing;
     int count;
@@ -158,9 +158,6 @@ TEST(SliderScaleTest, TicksThinOutUntilTheyFitAndSpacingRounds) {
     EXPECT_EQ(plan.count, c.count);
     EXPECT_DOUBLE_EQ(plan.step, c.step);
   }
-  EXPECT_EQ(TickSpacing(100, 4), 33);
-  EXPECT_EQ(TickSpacing(101, 3), 51);  // 50.5 rounds up
-  EXPECT_EQ(TickSpacing(100, 1), 0);
 }
 
 TEST(SliderBandTest, RampStepIsIntegerAndNegativeIndicesWrap) {

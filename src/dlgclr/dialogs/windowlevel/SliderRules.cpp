@@ -136,11 +136,6 @@ TickPlan PlanTicks(double range, double frequency, double trackLength, double mi
   return {count, step};
 }
 
-int TickSpacing(double trackLength, int count) {
-  if (count < 2) return 0;
-  return static_cast<int>(trackLength / (count - 1) + 0.5);
-}
-
 long long RampIndex(long long a, long long b, int extent, int pixel, long long paletteCount) {
   if (extent <= 0) return a;
   const long long step = (b - a) / extent;

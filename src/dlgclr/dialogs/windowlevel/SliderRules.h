@@ -80,9 +80,6 @@ struct TickPlan {
 };
 TickPlan PlanTicks(double range, double frequency, double trackLength, double minSpacing);
 
-// The pixel spacing of `count` ticks over the track: trackLength / (count - 1) + 0.5, truncated.
-int TickSpacing(double trackLength, int count);
-
 // A palette stretch from index a to index b painted over `extent` pixels: the index of pixel i, with the
 // integer step (b - a) / extent, wrapped into the palette when negative. A stretch with fewer entries than
 // pixels so paints one colour.
