@@ -17,7 +17,7 @@ void SliderHostDialog::Pump() {
   }
 }
 
-void SliderHostDialog::DoDataExchange(qvfw::CDataExchange* pDX) { qvfw::DDX_Control(pDX, IDC_SH_SLIDER, m_slider); }
+void SliderHostDialog::DoDataExchange(qvfw::CDataExchange* pDX) { qvfw::DDX_Control(pDX, m_sliderId, m_slider); }
 
 BOOL SliderHostDialog::OnNotify(WPARAM, LPARAM lParam, LRESULT*) {
   const auto* header = reinterpret_cast<const NMHDR*>(lParam);

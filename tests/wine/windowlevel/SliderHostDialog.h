@@ -1,6 +1,6 @@
 /*
  * The modeless dialog the slider tests drive: it binds the window-level
- * slider to its track bar and records every notification it receives, with
+ * slider to its horizontal or its vertical track bar and records every notification it receives, with
  * the marker values the parent reads at that moment.
  */
 #pragma once
@@ -22,8 +22,9 @@ class SliderHostDialog : public qvfw::CDialog {
     std::vector<double> values;
   };
 
-  SliderHostDialog() : CDialog(IDD_SLIDER_HOST) {}
+  explicit SliderHostDialog(int sliderId) : CDialog(IDD_SLIDER_HOST), m_sliderId(sliderId) {}
 
+  const int m_sliderId;
   CQVWindowLevelDlgSliderCtrl m_slider;
   std::vector<Notification> notifications;
 

@@ -5,3 +5,4 @@
 
 #define IDD_SLIDER_HOST 300
 #define IDC_SH_SLIDER 3001
+#define IDC_SH_VSLIDER 3002

@@ -33,9 +33,10 @@ class WindowLevelSliderTest : public ::testing::Test {
  protected:
   // Lays the markers on [0, track length in pixels], so one value unit is one pixel and every expected value
   // in the tables is exact.
-  void Open(int style, std::vector<double> markers) {
-    host = std::make_unique<SliderHostDialog>();
+  void Open(int style, std::vector<double> markers, bool vertical = false) {
+    host = std::make_unique<SliderHostDialog>(vertical ? IDC_SH_VSLIDER : IDC_SH_SLIDER);
     ASSERT_TRUE(host->Open());
+    if (vertical) Slider().SetOrientation(1);
     for (int i = 0; i < 256; ++i) palette[i] = RGBQUAD{BYTE(i), BYTE(i), BYTE(i), 0};
     Slider().Init(0, 1000, 100, 0, nullptr, style, palette, 256);
     length = Slider().ValueToPixel(1000) - Slider().ValueToPixel(0);
@@ -63,7 +64,7 @@ class WindowLevelSliderTest : public ::testing::Test {
   // The point on the thumbs' row at a value.
   POINT At(double value) {
     POINT p = Slider().MarkerThumbCenter(0);
-    p.x = Slider().ValueToPixel(Resolve(value));
+    (Slider().GetOrientation() & 1 ? p.y : p.x) = Slider().ValueToPixel(Resolve(value));
     return p;
   }
   void Mouse(UINT message, WPARAM keys, POINT p) {
@@ -72,7 +73,7 @@ class WindowLevelSliderTest : public ::testing::Test {
   void ExpectEveryNotificationIsCode4() {
     for (const auto& n : host->notifications) {
       EXPECT_EQ(n.from, Slider().m_hWnd);
-      EXPECT_EQ(n.id, static_cast<UINT_PTR>(IDC_SH_SLIDER));
+      EXPECT_EQ(n.id, static_cast<UINT_PTR>(host->m_sliderId));
       EXPECT_EQ(n.code, CQVWindowLevelDlgSliderCtrl::kNotifyMarkerChanged);
     }
   }
@@ -112,9 +113,10 @@ TEST_F(WindowLevelSliderTest, DragsMoveStopAndHandOverMarkersAndNotifyEachChange
       {"ctrl-drag moves every marker, one notification each", 0, {20, 50}, true, {30}, {30, 60}, {30, 60}, 3},
       {"ctrl-drag with a marker at the maximum is refused", 0, {20, kMax}, true, {30}, {20, kMax}, {20, kMax}, 1},
   };
+  for (const bool vertical : {false, true})
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.what);
-    Open(c.style, c.markers);
+    SCOPED_TRACE(std::string(c.what) + (vertical ? ", vertical" : ""));
+    Open(c.style, c.markers, vertical);
     const WPARAM keys = MK_LBUTTON | (c.ctrl ? MK_CONTROL : 0);
     Mouse(WM_LBUTTONDOWN, keys, Slider().MarkerThumbCenter(0));
     EXPECT_EQ(::GetCapture(), Slider().m_hWnd);
@@ -336,11 +338,15 @@ TEST_F(WindowLevelSliderTest, TheBandShowsEachIntervalInItsColour) {
   ::SelectObject(dc, old);
   ::DeleteObject(bitmap);
   ::DeleteDC(dc);
-  // For the eye: the host with the slider as the user sees it, then the palette ramp above the channel.
+  // For the eye: the host with the slider as the user sees it, the palette ramp above the channel, and the
+  // vertical layout.
   EXPECT_TRUE(qv::test::SaveTestScreenshot(host->m_hWnd, "windowlevel_slider", L"band.png"));
   Slider().SetOrientation(2);
   host->Pump();
   EXPECT_TRUE(qv::test::SaveTestScreenshot(host->m_hWnd, "windowlevel_slider", L"ramp.png"));
+  TearDown();
+  Open(CQVWindowLevelDlgSliderCtrl::STYLE_BAND | CQVWindowLevelDlgSliderCtrl::STYLE_SCALE, {20, 60}, true);
+  EXPECT_TRUE(qv::test::SaveTestScreenshot(host->m_hWnd, "windowlevel_slider", L"vertical.png"));
 }
 
 }  // namespace
