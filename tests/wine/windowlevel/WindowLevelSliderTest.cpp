@@ -29,6 +29,14 @@ using qv::test::StepContext;
 constexpr double kMax = -1;     // the range's maximum (the track length)
 constexpr double kBeyond = -2;  // fifty pixels past the track's end
 
+// Values in each interval of markers at 20 and 60, away from the thumbs (a marker's own column belongs to
+// the marker; the lower interval on a marker's value is left to the native rule test).
+struct IntervalProbe {
+  double value;
+  int interval;
+};
+constexpr IntervalProbe kIntervalProbes[] = {{5, 0}, {40, 1}, {80, 2}};
+
 class WindowLevelSliderTest : public ::testing::Test {
  protected:
   // Lays the markers on [0, track length in pixels], so one value unit is one pixel and every expected value
@@ -226,14 +234,7 @@ TEST_F(WindowLevelSliderTest, RightClickOnTheBandRecoloursTheIntervalUnderThePoi
   constexpr int kStyle = CQVWindowLevelDlgSliderCtrl::STYLE_BAND | CQVWindowLevelDlgSliderCtrl::STYLE_EDIT_COLOR;
   // The colour dialog's red, green and blue boxes.
   constexpr int kRed = 706, kGreen = 707, kBlue = 708;
-  struct Case {
-    double value;
-    int interval;
-  };
-  // Away from the thumbs: a marker's own column belongs to the marker (the lower interval on a marker's value
-  // is left to the native rule test).
-  const Case cases[] = {{5, 0}, {40, 1}, {80, 2}};
-  for (const Case& c : cases) {
+  for (const IntervalProbe& c : kIntervalProbes) {
     SCOPED_TRACE(c.value);
     Open(kStyle, {20, 60});
     const POINT inArea = At(c.value);
@@ -325,12 +326,7 @@ TEST_F(WindowLevelSliderTest, TheBandShowsEachIntervalInItsColour) {
     }
     return false;
   };
-  struct Probe {
-    double value;
-    int interval;
-  };
-  const Probe probes[] = {{5, 0}, {40, 1}, {90, 2}};
-  for (const Probe& p : probes) {
+  for (const IntervalProbe& p : kIntervalProbes) {
     SCOPED_TRACE(p.value);
     const int x = Slider().ValueToPixel(p.value);
     for (int i = 0; i < 3; ++i) EXPECT_EQ(columnHas(x, colors[i]), i == p.interval) << "interval " << i;

@@ -33,6 +33,12 @@ int ToInt(double value) {
   return static_cast<int>(value);
 }
 
+// The client point a mouse message carries (signed: a captured pointer may
+// lie left of or above the window).
+POINT PointOf(LPARAM lParam) {
+  return POINT{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+}
+
 RECT Widened(RECT rect, int along, bool vertical) {
   ::InflateRect(&rect, vertical ? 0 : along, vertical ? along : 0);
   return rect;
@@ -559,7 +565,7 @@ void CQVWindowLevelDlgSliderCtrl::OnSize(UINT type, int cx, int cy) {
 LRESULT CQVWindowLevelDlgSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_RBUTTONUP:
-      OnRButtonUp(static_cast<UINT>(wParam), POINT{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+      OnRButtonUp(static_cast<UINT>(wParam), PointOf(lParam));
       return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTARROWS;
