@@ -14,7 +14,9 @@
  * kNotifyMarkerChanged (4): one per moved marker on each drag step, one on
  * the drop and one after a typed value; the parent reads GetMarkerValues.
  * With STYLE_NO_PASSING a dragged marker stops at its neighbour and the drop
- * keeps the value it stopped at, whatever the pointer says.
+ * keeps the value it stopped at, whatever the pointer says. A Ctrl-drag
+ * drops the markers where its last allowed step left them, so a refused step
+ * never breaks their spacing.
  *
  * Keyboard (the control is a tab stop like the track bar under it): one
  * marker is selected (drawn with a focus rectangle while the slider has the
