@@ -68,4 +68,10 @@
 #define IDC_SOLARIZE_BEFORE 12204
 #define IDC_SOLARIZE_AFTER 12205
 
+/* Enter a number: the window-level slider's value entry. The label has an
+   id only so that its text can come from the string table. */
+#define IDD_QV_EDITINTERVAL 13150
+#define IDC_EDITINTERVAL_VALUE 13151
+#define IDC_EDITINTERVAL_LABEL 13152
+
 #endif /* QVDLGCLR_RESOURCE_H */
