@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "EditIntervalValue.h"
-#include "SliderRules.h"
+#include "WindowLevelSliderRules.h"
 
 namespace qvwl {
 namespace {

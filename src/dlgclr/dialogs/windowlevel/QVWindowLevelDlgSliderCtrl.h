@@ -42,7 +42,7 @@
 
 #include "QVWLSliderMarker.h"
 #include "SliderCtrl.h"
-#include "SliderRules.h"
+#include "WindowLevelSliderRules.h"
 #include "UniqueHandle.h"
 
 // One labelled tick of the scale: its pixel along the axis, its value, the

@@ -1,6 +1,6 @@
 // The window-level slider's portable rules (see SliderRules.h). Everything here works on plain numbers: the
 // control feeds in its markers' values and pixels and acts on what comes back.
-#include "SliderRules.h"
+#include "WindowLevelSliderRules.h"
 
 #include <algorithm>
 #include <cmath>
