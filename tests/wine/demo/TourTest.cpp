@@ -207,8 +207,8 @@ TEST_F(DemoTour, CancelLeavesPictureAndStructureUntouched) {
       EXPECT_TRUE(outcome.values.empty());
       EXPECT_TRUE(picture.Bytes() == m_chart.Bytes()) << "Cancel changed the picture";
       ParamBlock expected;
-      const int startValue = e->control == TourControl::Trackbar ? e->neutralValue : e->tourValue;
-      e->fill(expected, picture.Get(), kPreviewFlags | (outcome.autoProcessed ? QVDLG_AUTO_PROCESS : 0u), startValue);
+      e->fill(expected, picture.Get(), kPreviewFlags | (outcome.autoProcessed ? QVDLG_AUTO_PROCESS : 0u),
+              TourStartValue(*e));
       EXPECT_TRUE(outcome.params.SameBytes(expected)) << "Cancel wrote into the structure";
     }
   }

@@ -1,0 +1,15 @@
+// The exports of the gray conversion and colour balance dialogs, each one line over the shared entry sequence.
+#include "DialogEntry.h"
+#include "QVBalanceColorsDlg.h"
+#include "qv/qvdlgclr.h"
+
+using qvdlg::ExportId;
+using qvdlg::RunDialogExport;
+
+extern "C" {
+
+int Q_DlgBalanceColors(HWND hWndOwner, QVBALANCECOLORSDLGPARAMS* pParams) {
+  return RunDialogExport<CQVBalanceColorsDlg>(ExportId::kBalanceColors, hWndOwner, pParams);
+}
+
+}  // extern "C"
