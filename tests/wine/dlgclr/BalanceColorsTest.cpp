@@ -10,11 +10,8 @@
 
 #include <windows.h>
 
-#include <cstring>
-
-#include "ToneFixture.h"
+#include "GrayFixture.h"
 #include "qv/qvimgops.h"
-#include "qvdriver/TestOutput.h"
 #include "resource.h"
 
 namespace qv::test {
@@ -24,29 +21,18 @@ QVBALANCINGRECORD Record(double toRed, double toGreen, double toBlue) {
   return QVBALANCINGRECORD{0, toRed, toGreen, toBlue};  // the size is not checked on input
 }
 
-std::vector<COLORREF> Balanced(const TestBitmap& source, const QVBALANCINGRECORD (&records)[3],
-                               std::vector<unsigned char>* pixels = nullptr) {
-  TestBitmap copy;
-  EXPECT_EQ(Q_CopyBitmap(copy.Get(), sizeof(BITMAPHANDLE), source.Get(), 0), QV_SUCCESS);
+Applied Balanced(const TestBitmap& source, const QVBALANCINGRECORD (&records)[3]) {
   QVBALANCINGRECORD sized[3];
   for (int i = 0; i < 3; ++i) {
     sized[i] = records[i];
     sized[i].uStructSize = sizeof(QVBALANCINGRECORD);
   }
-  EXPECT_EQ(Q_BalanceColors(copy.Get(), &sized[0], &sized[1], &sized[2], 0), QV_SUCCESS);
-  if (pixels) *pixels = copy.Pixels();
-  return StripeColors(copy);
-}
-
-bool SameBytes(const QVBALANCECOLORSDLGPARAMS& a, const QVBALANCECOLORSDLGPARAMS& b) {
-  return std::memcmp(&a, &b, sizeof a) == 0;
+  return ApplyToCopy(source, [&](BITMAPHANDLE* b) { return Q_BalanceColors(b, &sized[0], &sized[1], &sized[2], 0); });
 }
 
 TEST(BalanceColorsDialog, WeightsComeInAsPercentagesCancelKeepsEverythingAndOkAppliesWhatThePreviewShowed) {
-  OwnerWindow owner;
   TestBitmap bitmap;
   MakeStripedBitmap(bitmap);
-  const auto originalPixels = bitmap.Pixels();
   const std::vector<COLORREF> original = StripeColors(bitmap);
 
   QVBALANCECOLORSDLGPARAMS params{};
@@ -60,10 +46,9 @@ TEST(BalanceColorsDialog, WeightsComeInAsPercentagesCancelKeepsEverythingAndOkAp
   params.uDlgFlags = QVDLG_AUTO_PROCESS | QVDLG_SHOW_PREVIEW;
   const QVBALANCINGRECORD taken[3] = {Record(0, 0.5, 0), Record(0, 1, 0), Record(0.257, 0, 1)};
   const QVBALANCINGRECORD chosen[3] = {Record(1, 0.5, 0), Record(0, 1, 0), Record(0.257, 0, 0.7)};
-  std::vector<unsigned char> chosenPixels;
-  const auto takenColors = Balanced(bitmap, taken);
-  const auto chosenColors = Balanced(bitmap, chosen, &chosenPixels);
-  ASSERT_NE(takenColors, chosenColors);
+  const Applied takenResult = Balanced(bitmap, taken);
+  const Applied chosenResult = Balanced(bitmap, chosen);
+  ASSERT_NE(takenResult.colors, chosenResult.colors);
 
   struct Shown {
     int id;
@@ -86,37 +71,18 @@ TEST(BalanceColorsDialog, WeightsComeInAsPercentagesCancelKeepsEverythingAndOkAp
               if (v.Text(IDC_BALANCE_BLUE_BLUE_LABEL) != KernelString(466)) c.Fail("label is not its string");
             })
         .WaitUntil("the after pane shows the caller's weights",
-                   [&](const DialogView& v) { return PaneShows(v, kAfterViewId, takenColors); })
+                   [&](const DialogView& v) { return PaneShows(v, kAfterViewId, takenResult.colors); })
         .Do("pick 100 % red into red and 70 % blue into blue",
             [](StepContext& c) {
               c.Require(c.View().SelectComboText(IDC_BALANCE_RED_TO_RED, L"100"));
               c.Require(c.View().SelectComboText(IDC_BALANCE_BLUE_TO_BLUE, L"70"));
             })
         .WaitUntil("the after pane follows",
-                   [&](const DialogView& v) { return PaneShows(v, kAfterViewId, chosenColors); })
+                   [&](const DialogView& v) { return PaneShows(v, kAfterViewId, chosenResult.colors); })
         .Expect("the before pane is unchanged", [&](const DialogView& v) { return PaneShows(v, kBeforeViewId, original); });
   };
+  CancelThenOk(Q_DlgBalanceColors, params, bitmap, change, L"balance-colors.png");
 
-  const auto before = params;
-  Script cancel;
-  change(cancel);
-  cancel.ClickCancel();
-  RunOptions options;
-  options.stepWaitMs = 8000;
-  RunResult result = DialogDriver().Run([&] { return Q_DlgBalanceColors(owner.Handle(), &params); }, cancel, options);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-  EXPECT_EQ(result.returnValue, QV_DLG_CANCEL);
-  EXPECT_TRUE(SameBytes(params, before)) << "Cancel wrote into the structure";
-  EXPECT_EQ(bitmap.Pixels(), originalPixels) << "Cancel changed the bitmap";
-
-  Script ok;
-  change(ok);
-  ok.Do("save a screenshot",
-        [](StepContext& c) { c.Require(SaveTestScreenshot(c.Target(), "dlgclr", L"balance-colors.png")); })
-      .ClickOk();
-  result = DialogDriver().Run([&] { return Q_DlgBalanceColors(owner.Handle(), &params); }, ok, options);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-  EXPECT_EQ(result.returnValue, QV_DLG_OK);
   const QVBALANCINGRECORD* written[3] = {&params.RedFactor, &params.GreenFactor, &params.BlueFactor};
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(written[i]->uStructSize, sizeof(QVBALANCINGRECORD)) << i;
@@ -124,7 +90,7 @@ TEST(BalanceColorsDialog, WeightsComeInAsPercentagesCancelKeepsEverythingAndOkAp
     EXPECT_DOUBLE_EQ(written[i]->fToGreen, chosen[i].fToGreen) << i;
     EXPECT_DOUBLE_EQ(written[i]->fToBlue, chosen[i].fToBlue) << i;
   }
-  EXPECT_TRUE(bitmap.Pixels() == chosenPixels) << "the caller's bitmap is not what the preview showed";
+  EXPECT_TRUE(bitmap.Pixels() == chosenResult.pixels) << "the caller's bitmap is not what the preview showed";
 }
 
 }  // namespace
