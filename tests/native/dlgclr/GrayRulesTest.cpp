@@ -1,9 +1,8 @@
-// The value rules of the gray scale, colored gray and balance colors dialogs: the markers' rounding and the
-// three weights they stand for, which caller weights are taken and when all three fall back, the gray
-// weights' range, and the balance weights' percentages against the structure's fractions.
+// The value rules of the gray scale, colored gray and balance colors dialogs, as tables: the markers' rounding
+// and the weights they stand for, which caller weights are taken or fall back, the gray weights' range, and
+// the balance weights' percentages against the structure's fractions.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 #include "GrayRules.h"
@@ -12,111 +11,68 @@ namespace qvdlg {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
 
-TEST(GrayMarkers, RoundByTheFirstDecimalAndSplitIntoThreeWeights) {
-  struct Case {
-    double first;
-    double second;
+TEST(GrayRules, MarkersRoundByTheFirstDecimalAndSplitIntoWeightsThatAddUp) {
+  const struct {
+    double first, second;
     ColorWeights expected;
-  };
-  const Case cases[] = {
-      {333, 666, {333, 333, 334}},
+  } cases[] = {
       {333.5, 666.4, {334, 332, 334}},
-      {333.45, 666.96, {333, 334, 333}},  // only the first decimal counts: .45 is truncated
-      {0.49, 0.5, {0, 1, 999}},
+      {333.45, 666.96, {333, 334, 333}},  // only the first decimal counts
       {0, 0, {0, 0, 1000}},
       {0, 1000, {0, 1000, 0}},
-      {1000, 1000, {1000, 0, 0}},
       {999.5, 999.9, {1000, 0, 0}},
   };
-  for (const Case& c : cases) {
-    const ColorWeights w = WeightsFromMarkers(c.first, c.second);
-    EXPECT_EQ(w, c.expected) << c.first << ", " << c.second << " gave " << w.red << ", " << w.green << ", " << w.blue;
-    EXPECT_EQ(w.red + w.green + w.blue, kWeightTotal);
-  }
-}
-
-TEST(GrayMarkers, RoundingIsTotalForValuesNoSliderHolds) {
+  for (const auto& c : cases) EXPECT_EQ(WeightsFromMarkers(c.first, c.second), c.expected) << c.first;
   EXPECT_EQ(RoundMarker(-2.5), -3);
-  EXPECT_EQ(RoundMarker(-2.4), -2);
   EXPECT_EQ(RoundMarker(kNaN), 0);
-  EXPECT_EQ(RoundMarker(1e300), std::numeric_limits<int>::max());
-  EXPECT_EQ(RoundMarker(-1e300), std::numeric_limits<int>::min());
 }
 
-TEST(GrayScaleWeights, TakenOnlyWhenEachIsAWeightAndTheyAddUpTo1000) {
-  struct Case {
-    int32_t red, green, blue;
-    ColorWeights expected;
-  };
-  const Case cases[] = {
-      {299, 587, 114, {299, 587, 114}},
-      {1000, 0, 0, {1000, 0, 0}},
-      {0, 0, 1000, {0, 0, 1000}},
-      {300, 300, 300, kDefaultWeights},
-      {300, 300, 401, kDefaultWeights},
-      {1200, -200, 0, kDefaultWeights},
-      // Adds up to 1000 in 32 bits after wrapping; the sum must not wrap.
-      {std::numeric_limits<int32_t>::max(), std::numeric_limits<int32_t>::max(), 1002, kDefaultWeights},
-  };
-  for (const Case& c : cases) EXPECT_EQ(TakeGrayScaleWeights(c.red, c.green, c.blue), c.expected) << c.red;
-}
-
-TEST(ColoredGrayWeights, OutOfRangeWeightsKeepTheDialogsAndTheSumDecides) {
+TEST(GrayRules, CallerWeightsAreTakenOrFallBackToTheDefaults) {
   const ColorWeights current{200, 300, 500};
-  struct Case {
+  const struct {
     int32_t red, green, blue;
-    ColorWeights expected;
+    ColorWeights grayScale, coloredGray;
+  } cases[] = {
+      {299, 587, 114, {299, 587, 114}, {299, 587, 114}},
+      {300, 300, 300, kDefaultWeights, kDefaultWeights},     // 900 in all
+      {1200, -200, 0, kDefaultWeights, kDefaultWeights},     // adds up, but no slider shows it
+      {600, 600, -200, kDefaultWeights, kDefaultWeights},    // -200 refused; 600 + 600 + 500 is not 1000
+      {200, 300, 1001, kDefaultWeights, {200, 300, 500}},    // 1001 refused; the dialog's 500 makes 1000
+      {kMax, kMax, 1002, kDefaultWeights, {200, 300, 500}},  // wraps to 1000 in 32 bits; all three refused
   };
-  const Case cases[] = {
-      {500, 500, 0, {500, 500, 0}},
-      {600, 600, -200, kDefaultWeights},  // -200 refused, 600 + 600 + 500 is not 1000
-      {200, 300, 1001, {200, 300, 500}},  // 1001 refused, the dialog's 500 makes 1000
-      {-1, 300, 500, {200, 300, 500}},
-      {0, 0, 0, kDefaultWeights},
-      {1000, 0, 0, {1000, 0, 0}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(TakeColoredGrayWeights(c.red, c.green, c.blue, current), c.expected) << c.red;
-}
-
-TEST(ColoredGrayFactors, CallerValuesOutsideTheRangeAreIgnoredAndTypedOnesClamped) {
-  struct Taken {
-    int32_t raw;
-    int expected;
-  };
-  const Taken taken[] = {{-1000, -1000}, {1000, 1000}, {0, 0}, {1500, 77}, {-1001, 77}, {INT32_MIN, 77}};
-  for (const Taken& t : taken) EXPECT_EQ(TakeGrayFactor(t.raw, 77), t.expected) << t.raw;
-
-  struct Typed {
-    double typed;
-    int expected;
-  };
-  const Typed typed[] = {{1500, 1000}, {-1500, -1000}, {999.9, 999}, {-999.9, -999}, {1e300, 1000}, {kNaN, 0}};
-  for (const Typed& t : typed) EXPECT_EQ(ClampTypedGrayFactor(t.typed), t.expected) << t.typed;
-}
-
-TEST(BalanceWeights, FractionsOutside0To1BecomeZeroAndRecordsCarryFractions) {
-  struct Case {
-    double fraction;
-    double percent;
-    int shown;
-  };
-  const Case cases[] = {
-      {0.0, 0.0, 0}, {1.0, 100.0, 100}, {0.257, 25.7, 25}, {1.5, 0.0, 0}, {-0.1, 0.0, 0}, {1.0000001, 0.0, 0},
-      {kNaN, 0.0, 0},
-  };
-  for (const Case& c : cases) {
-    const double percent = TakeBalancePercent(c.fraction);
-    EXPECT_DOUBLE_EQ(percent, c.percent) << c.fraction;
-    EXPECT_EQ(BalanceComboValue(percent), c.shown) << c.fraction;
+  for (const auto& c : cases) {
+    EXPECT_EQ(TakeGrayScaleWeights(c.red, c.green, c.blue), c.grayScale) << c.red << ", " << c.blue;
+    EXPECT_EQ(TakeColoredGrayWeights(c.red, c.green, c.blue, current), c.coloredGray) << c.red << ", " << c.blue;
   }
-  // Independent weights: nothing makes a channel's three add up to 100.
-  const double percents[3] = {100, 100, 25};
+}
+
+TEST(GrayRules, GrayFactorsOutOfRangeAreIgnoredWhenPassedAndClampedWhenTyped) {
+  const struct {
+    double value;
+    int taken, typed;
+  } cases[] = {{-1000, -1000, -1000}, {1000, 1000, 1000}, {1500, 77, 1000}, {-1001, 77, -1000}, {999.9, 77, 999}};
+  for (const auto& c : cases) {
+    if (c.value == static_cast<int32_t>(c.value)) EXPECT_EQ(TakeGrayFactor(static_cast<int32_t>(c.value), 77), c.taken);
+    EXPECT_EQ(ClampTypedGrayFactor(c.value), c.typed) << c.value;
+  }
+}
+
+TEST(GrayRules, BalanceFractionsOutside0To1BecomeZeroAndRecordsCarryFractions) {
+  const struct {
+    double fraction, percent;
+    int shown;
+  } cases[] = {{0, 0, 0}, {1, 100, 100}, {0.257, 25.7, 25}, {1.5, 0, 0}, {-0.1, 0, 0}, {kNaN, 0, 0}};
+  for (const auto& c : cases) {
+    EXPECT_DOUBLE_EQ(TakeBalancePercent(c.fraction), c.percent) << c.fraction;
+    EXPECT_EQ(BalanceComboValue(TakeBalancePercent(c.fraction)), c.shown) << c.fraction;
+  }
+  const double percents[3] = {100, 100, 25};  // a channel's weights need not add up to 100
   const QVBALANCINGRECORD record = BalanceRecord(percents);
   EXPECT_EQ(record.uStructSize, 28u);
-  EXPECT_DOUBLE_EQ(record.fToRed, 1.0);
-  EXPECT_DOUBLE_EQ(record.fToGreen, 1.0);
-  EXPECT_DOUBLE_EQ(record.fToBlue, 0.25);
+  EXPECT_EQ(record.fToGreen, 1.0);
+  EXPECT_EQ(record.fToBlue, 0.25);
 }
 
 }  // namespace
