@@ -70,9 +70,11 @@ TEST(GrayRules, BalanceFractionsOutside0To1BecomeZeroAndRecordsCarryFractions) {
   }
   const double percents[3] = {100, 100, 25};  // a channel's weights need not add up to 100
   const QVBALANCINGRECORD record = BalanceRecord(percents);
+  const double green = record.fToGreen;  // copied out: the record is packed
+  const double blue = record.fToBlue;
   EXPECT_EQ(record.uStructSize, 28u);
-  EXPECT_EQ(record.fToGreen, 1.0);
-  EXPECT_EQ(record.fToBlue, 0.25);
+  EXPECT_EQ(green, 1.0);
+  EXPECT_EQ(blue, 0.25);
 }
 
 }  // namespace
