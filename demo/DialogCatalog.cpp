@@ -183,7 +183,7 @@ QVBALANCINGRECORD Record(double red, double green, double blue) {
   return r;
 }
 
-// value is the percentage of red kept in the red channel: above 100 warms the picture.
+// value is the percentage of red kept in the red channel (0..100): below 100 cools the picture.
 void FillBalance(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int value) {
   auto p = Head<QVBALANCECOLORSDLGPARAMS>(bitmap, flags);
   p.RedFactor = Record(value / 100.0, 0, 0);
@@ -400,11 +400,11 @@ const std::vector<DialogEntry>& DialogCatalog() {
       {"Q_DlgLocalHistoEqualize", L"Local histogram &equalization...", I::Photo, FillLocalHisto, nullptr, nullptr,
        DescribeLocalHisto, 64, 48, T::None, 0},
       {"Q_DlgGrayScale", L"Gray sc&ale...", I::Photo, FillGrayScale, ApplyGrayScale, nullptr, DescribeGrayScale, 0,
-       0, T::None, 0},
+       2, T::MarkerSlider, 7002},
       {"Q_DlgColoredGray", L"Colored g&ray...", I::Photo, FillColoredGray, ApplyColoredGray, nullptr,
-       DescribeColoredGray, 0, 300, T::None, 0},
+       DescribeColoredGray, 0, 2, T::MarkerSlider, 3406},
       {"Q_DlgBalanceColors", L"Balance colo&rs...", I::Photo, FillBalance, ApplyBalance, nullptr, DescribeBalance,
-       100, 140, T::None, 0},
+       100, 60, T::ValueCombo, 2705},
       {"Q_DlgWindowLevel", L"&Window level...", I::Gray16, FillWindowLevel, ApplyWindowLevel, nullptr,
        DescribeWindowLevel, 100, 40, T::None, 0},
       {"Q_DlgColor", L"Color pic&ker...", I::None, FillColor, nullptr, nullptr, DescribeColor,

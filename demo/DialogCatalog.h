@@ -22,7 +22,10 @@ namespace qvdemo {
 enum class ImageKind { Photo, Gray16, None };
 
 // How the tour moves the main control; None leaves the interesting value in the structure instead.
-enum class TourControl { None, Trackbar };
+// Trackbar sets a track bar to the tour value; ValueCombo picks the tour value from a value combo's list;
+// MarkerSlider focuses a multi-marker slider (its first marker) and presses Page Down as often as the tour
+// value says (Page Up for a negative one), each press a tenth of the slider's range, as a user would.
+enum class TourControl { None, Trackbar, ValueCombo, MarkerSlider };
 
 struct DialogEntry {
   const char* exportName;

@@ -8,6 +8,7 @@
 #include "Tour.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 
 #include "OwnedBitmap.h"
@@ -106,13 +107,24 @@ TourRow RunOne(const DialogEntry& entry, DialogCall call, HWND owner, const Tour
 
 }  // namespace
 
+int TourStartValue(const DialogEntry& entry) {
+  return entry.control == TourControl::None ? entry.tourValue : entry.neutralValue;
+}
+
 Script TourScript(const DialogEntry& entry, const std::wstring& screenshotPath, bool pressOk) {
   Script script;
+  const int id = entry.mainControlId;
+  const int value = entry.tourValue;
   if (entry.control == TourControl::Trackbar) {
-    const int id = entry.mainControlId;
-    const int value = entry.tourValue;
     script.Do("move the main control to " + std::to_string(value),
               [id, value](StepContext& c) { c.Require(c.View().SetTrackbar(id, value)); });
+  } else if (entry.control == TourControl::ValueCombo) {
+    script.Do("pick " + std::to_string(value) + " in the main control",
+              [id, value](StepContext& c) { c.Require(c.View().SelectComboText(id, std::to_wstring(value))); });
+  } else if (entry.control == TourControl::MarkerSlider) {
+    script.Do("page the main control's first marker " + std::to_string(value) + " times", [id, value](StepContext& c) {
+      for (int i = 0; i < std::abs(value); ++i) c.Require(c.View().PressKey(id, value > 0 ? VK_NEXT : VK_PRIOR));
+    });
   }
   // A counter shared by the step's retries: the preview redraws over the next few ticks.
   auto ticks = std::make_shared<int>(0);
@@ -135,7 +147,7 @@ Script TourScript(const DialogEntry& entry, const std::wstring& screenshotPath, 
 DialogOutcome DriveDialog(const DialogEntry& entry, DialogCall call, HWND owner, BITMAPHANDLE* bitmap, ApplyMode mode,
                           const std::wstring& screenshotPath, bool pressOk, std::vector<std::string>* failures) {
   const Script script = TourScript(entry, screenshotPath, pressOk);
-  const int startValue = entry.control == TourControl::Trackbar ? entry.neutralValue : entry.tourValue;
+  const int startValue = TourStartValue(entry);
   qv::test::RunResult run;
   auto invoker = [&](const std::function<int()>& makeCall) {
     run = qv::test::DialogDriver().Run(makeCall, script);

@@ -36,6 +36,10 @@ struct TourImages {
   const BITMAPHANDLE* gray16 = nullptr;  // for the window-level dialog
 };
 
+// The main value the structure is filled with: the neutral one when the tour moves a control to the tour
+// value, the tour value itself when it moves nothing.
+int TourStartValue(const DialogEntry& entry);
+
 // The driver steps of one dialog: move the main control (if it has one the
 // tour knows), let the preview catch up, photograph the dialog into
 // `screenshotPath` (skipped when empty), then press OK or Cancel.

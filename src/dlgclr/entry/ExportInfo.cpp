@@ -1,5 +1,6 @@
 // The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
-// the single-value dialogs; the others process them.
+// the single-value dialogs; the others process them. The gray conversions and the colour balance mix colour
+// channels, which signed samples do not have, so they refuse them.
 #include "ExportInfo.h"
 
 #include "resource.h"
@@ -17,6 +18,9 @@ constexpr ExportInfo kExports[kExportCount] = {
   {"Q_DlgHistoContrast",  48,  48,   20,   false, true,  IDD_QV_HISTOCONTRAST, 25},
   {"Q_DlgPosterize",      48,  48,   20,   false, true,  IDD_QV_POSTERIZE,     24},
   {"Q_DlgSolarize",       48,  48,   20,   false, true,  IDD_QV_SOLARIZE,      18},
+  {"Q_DlgBalanceColors",  128, 128,  100,  true,  true,  IDD_QV_BALANCECOLORS, 79},
+  {"Q_DlgGrayScale",      56,  56,   28,   true,  true,  IDD_QV_GRAYSCALE,     73},
+  {"Q_DlgColoredGray",    68,  68,   40,   true,  true,  IDD_QV_COLOREDGRAY,   74},
 };
 // clang-format on
 

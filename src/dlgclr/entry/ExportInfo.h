@@ -1,7 +1,7 @@
 // What the entry sequence needs to know about each export: the structure size it demands, how much of the
 // structure it probes, where the flag word lies, whether a bitmap of signed samples is refused, and the
-// template and dialog number of its dialog. The seven single-value exports are listed here; the other
-// dialogs add their rows as they arrive. Portable, so the argument checks run in native tests too.
+// template and dialog number of its dialog. The other dialogs add their rows as they arrive. Portable, so
+// the argument checks run in native tests too.
 #pragma once
 
 #include <cstdint>
@@ -19,9 +19,20 @@ struct ExportInfo {
   unsigned dialogId;
 };
 
-enum class ExportId { kBrightness, kContrast, kHue, kSaturation, kHistoContrast, kPosterize, kSolarize };
+enum class ExportId {
+  kBrightness,
+  kContrast,
+  kHue,
+  kSaturation,
+  kHistoContrast,
+  kPosterize,
+  kSolarize,
+  kBalanceColors,
+  kGrayScale,
+  kColoredGray,
+};
 
-constexpr int kExportCount = 7;
+constexpr int kExportCount = 10;
 
 const ExportInfo& ExportInfoOf(ExportId id);
 

@@ -1,12 +1,13 @@
-// The argument checks of the seven single-value exports: their order, the exact size, and bitmaps with and
-// without pixel memory or signed samples (an unreadable bitmap pointer included). Every case runs for all
-// seven exports, because the table row of each export is what is really tested. Read-only and truncated
-// structures are tested under Wine, where the probe is the product's VirtualQuery.
+// The argument checks of the dialog exports: their order, the exact size, and bitmaps with and without pixel
+// memory or signed samples (an unreadable bitmap pointer included). Every case runs for every export, because
+// the table row of each export is what is really tested. Read-only and truncated structures are tested under
+// Wine, where the probe is the product's VirtualQuery.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <cstring>
+#include <vector>
 
 #include "ArgumentChecks.h"
 #include "qv/qvdlgclr.h"
@@ -32,13 +33,17 @@ class Pages {
   void* m_base;
 };
 
-QVBRIGHTNESSDLGPARAMS Params(uint32_t flags, BITMAPHANDLE* bitmap) {
-  QVBRIGHTNESSDLGPARAMS p{};
-  p.uStructSize = sizeof p;
-  p.pBitmap = bitmap;
-  p.uDlgFlags = flags;
-  return p;
-}
+// A structure of the export's size with the bitmap at offset 4 and the flags where the export keeps them.
+struct Params {
+  Params(const ExportInfo& info, uint32_t flags, BITMAPHANDLE* bitmap) : bytes(info.expectedSize) {
+    std::memcpy(bytes.data(), &info.expectedSize, sizeof info.expectedSize);
+    std::memcpy(bytes.data() + 4, &bitmap, sizeof bitmap);
+    std::memcpy(bytes.data() + info.flagsOffset, &flags, sizeof flags);
+  }
+  void SetSize(uint32_t size) { std::memcpy(bytes.data(), &size, sizeof size); }
+  const void* Get() const { return bytes.data(); }
+  std::vector<unsigned char> bytes;
+};
 
 BITMAPHANDLE Bitmap(uint32_t flags, int bitsPerPixel = 24, uint32_t order = QV_ORDER_BGR, bool region = false) {
   BITMAPHANDLE b{};
@@ -53,17 +58,14 @@ BITMAPHANDLE Bitmap(uint32_t flags, int bitsPerPixel = 24, uint32_t order = QV_O
 class EveryExport : public ::testing::TestWithParam<int> {
  protected:
   const ExportInfo& Info() const { return ExportInfoOf(static_cast<ExportId>(GetParam())); }
-  bool RefusesSigned() const {
-    const auto id = static_cast<ExportId>(GetParam());
-    return id == ExportId::kHue || id == ExportId::kSaturation;
-  }
+  Params Make(uint32_t flags, BITMAPHANDLE* bitmap) const { return Params(Info(), flags, bitmap); }
 };
 
 TEST_P(EveryExport, ReadinessComesBeforeAnyLookAtTheStructure) {
-  auto p = Params(0, nullptr);
+  const Params p = Make(0, nullptr);
   EXPECT_EQ(CheckExportArguments(Info(), 0, nullptr), QV_ERROR_DLG_NOT_READY);
-  EXPECT_EQ(CheckExportArguments(Info(), 2, &p), QV_ERROR_DLG_NOT_READY);
-  EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_SUCCESS);
+  EXPECT_EQ(CheckExportArguments(Info(), 2, p.Get()), QV_ERROR_DLG_NOT_READY);
+  EXPECT_EQ(CheckExportArguments(Info(), 1, p.Get()), QV_SUCCESS);
 }
 
 TEST_P(EveryExport, NullAndUnmappedStructuresAreInvalid) {
@@ -75,13 +77,14 @@ TEST_P(EveryExport, NullAndUnmappedStructuresAreInvalid) {
 
 TEST_P(EveryExport, SizeMustMatchExactlyAndIsCheckedBeforeTheBitmap) {
   BITMAPHANDLE unallocated = Bitmap(0);
-  for (uint32_t size : {0u, 47u, 49u, 0xFFFFFFFFu}) {
-    auto p = Params(0, nullptr);
-    p.uStructSize = size;
-    EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_ERROR_INVALID_STRUCT_SIZE) << size;
-    p.uDlgFlags = QVDLG_SHOW_PREVIEW | QVDLG_AUTO_PROCESS;
-    p.pBitmap = &unallocated;
-    EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_ERROR_INVALID_STRUCT_SIZE) << "with a bad bitmap, " << size;
+  const uint32_t expected = Info().expectedSize;
+  for (uint32_t size : {0u, expected - 1, expected + 1, 48u == expected ? 56u : 48u, 0xFFFFFFFFu}) {
+    Params p = Make(0, nullptr);
+    p.SetSize(size);
+    EXPECT_EQ(CheckExportArguments(Info(), 1, p.Get()), QV_ERROR_INVALID_STRUCT_SIZE) << size;
+    p = Make(QVDLG_SHOW_PREVIEW | QVDLG_AUTO_PROCESS, &unallocated);
+    p.SetSize(size);
+    EXPECT_EQ(CheckExportArguments(Info(), 1, p.Get()), QV_ERROR_INVALID_STRUCT_SIZE) << "with a bad bitmap, " << size;
   }
 }
 
@@ -99,7 +102,7 @@ TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingSignedOrPaletteWithRegion
   BITMAPHANDLE gray8Region = Bitmap(QV_BMF_ALLOCATED, 8, QV_ORDER_GRAY, true);
   BITMAPHANDLE unallocatedPaletteRegion = Bitmap(0, 1, QV_ORDER_BGR, true);
 
-  const int signedResult = RefusesSigned() ? QV_ERROR_UNSUPPORTED_BITMAP : QV_SUCCESS;
+  const int signedResult = Info().refusesSigned ? QV_ERROR_UNSUPPORTED_BITMAP : QV_SUCCESS;
   struct Case {
     uint32_t flags;
     BITMAPHANDLE* bitmap;
@@ -125,22 +128,47 @@ TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingSignedOrPaletteWithRegion
       {QVDLG_SHOW_PREVIEW, &unallocatedPaletteRegion, QV_ERROR_BITMAP_NOT_ALLOCATED},
   };
   for (const Case& c : cases) {
-    auto p = Params(c.flags, c.bitmap);
-    EXPECT_EQ(CheckExportArguments(Info(), 1, &p), c.expected) << "flags " << c.flags;
+    const Params p = Make(c.flags, c.bitmap);
+    EXPECT_EQ(CheckExportArguments(Info(), 1, p.Get()), c.expected) << "flags " << c.flags;
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(SingleValueExports, EveryExport, ::testing::Range(0, kExportCount),
+INSTANTIATE_TEST_SUITE_P(DialogExports, EveryExport, ::testing::Range(0, kExportCount),
                          [](const ::testing::TestParamInfo<int>& info) {
                            return std::string(ExportInfoOf(static_cast<ExportId>(info.param)).name + 2);
                          });
 
+struct Row {
+  ExportId id;
+  size_t size;
+  size_t flagsOffset;
+  bool refusesSigned;
+};
+
+template <class Params>
+Row RowOf(ExportId id, bool refusesSigned) {
+  return {id, sizeof(Params), offsetof(Params, uDlgFlags), refusesSigned};
+}
+
 TEST(ExportTable, RowsMatchTheStructuresTheyCheck) {
-  for (int i = 0; i < kExportCount; ++i) {
-    const ExportInfo& info = ExportInfoOf(static_cast<ExportId>(i));
-    EXPECT_EQ(info.expectedSize, sizeof(QVBRIGHTNESSDLGPARAMS)) << info.name;
-    EXPECT_EQ(info.flagsOffset, offsetof(QVBRIGHTNESSDLGPARAMS, uDlgFlags)) << info.name;
-    EXPECT_EQ(info.expectedSize, info.flagsOffset + 28) << info.name;
+  const Row rows[kExportCount] = {
+      RowOf<QVBRIGHTNESSDLGPARAMS>(ExportId::kBrightness, false),
+      RowOf<QVCONTRASTDLGPARAMS>(ExportId::kContrast, false),
+      RowOf<QVHUEDLGPARAMS>(ExportId::kHue, true),
+      RowOf<QVSATURATIONDLGPARAMS>(ExportId::kSaturation, true),
+      RowOf<QVHISTOCONTRASTDLGPARAMS>(ExportId::kHistoContrast, false),
+      RowOf<QVPOSTERIZEDLGPARAMS>(ExportId::kPosterize, false),
+      RowOf<QVSOLARIZEDLGPARAMS>(ExportId::kSolarize, false),
+      RowOf<QVBALANCECOLORSDLGPARAMS>(ExportId::kBalanceColors, true),
+      RowOf<QVGRAYSCALEDLGPARAMS>(ExportId::kGrayScale, true),
+      RowOf<QVCOLOREDGRAYDLGPARAMS>(ExportId::kColoredGray, true),
+  };
+  for (const Row& row : rows) {
+    const ExportInfo& info = ExportInfoOf(row.id);
+    EXPECT_EQ(info.expectedSize, row.size) << info.name;
+    EXPECT_EQ(info.probedSize, row.size) << info.name;
+    EXPECT_EQ(info.flagsOffset, row.flagsOffset) << info.name;
+    EXPECT_EQ(info.refusesSigned, row.refusesSigned) << info.name;
   }
 }
 

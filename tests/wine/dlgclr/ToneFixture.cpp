@@ -75,6 +75,15 @@ std::vector<unsigned char> TestBitmap::Pixels() const {
   return bytes;
 }
 
+COLORREF TestBitmap::ColorAt(int x, int y) const {
+  const unsigned char* p = Get()->pData + static_cast<size_t>(y) * Get()->nBytesPerLine + x * 3;
+  return Get()->uOrder == QV_ORDER_RGB ? RGB(p[0], p[1], p[2]) : RGB(p[2], p[1], p[0]);
+}
+
+std::vector<int> StripeCentres() {
+  return {kStripedWidth / 10, kStripedWidth * 45 / 100, kStripedWidth * 85 / 100};
+}
+
 void MakeStripedBitmap(TestBitmap& bitmap) {
   BITMAPHANDLE* b = bitmap.Get();
   if (Q_CreateBitmap(b, sizeof(BITMAPHANDLE), kStripedWidth, kStripedHeight, 24, QV_ORDER_BGR, nullptr, 0, 0) !=
@@ -133,6 +142,28 @@ std::wstring KernelString(unsigned id) {
   wchar_t buffer[512] = {};
   if (Q_DlgGetString(id, buffer, 512) != QV_SUCCESS) return L"";
   return buffer;
+}
+
+bool ShowsColor(const Image& image, COLORREF color, double share) {
+  Bgra c;
+  c.r = GetRValue(color);
+  c.g = GetGValue(color);
+  c.b = GetBValue(color);
+  return image.ShareNear(c, 3) >= share;
+}
+
+bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors) {
+  const auto pixels = v.Pixels(paneId);
+  if (!pixels || pixels->Empty()) return false;
+  for (COLORREF c : colors)
+    if (!ShowsColor(*pixels, c, 0.05)) return false;
+  return true;
+}
+
+std::vector<COLORREF> StripeColors(const TestBitmap& bitmap) {
+  std::vector<COLORREF> colors;
+  for (int x : StripeCentres()) colors.push_back(bitmap.ColorAt(x, kStripedHeight / 2));
+  return colors;
 }
 
 }  // namespace qv::test

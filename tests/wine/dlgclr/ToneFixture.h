@@ -66,6 +66,8 @@ class TestBitmap {
   const BITMAPHANDLE* Get() const { return m_bitmap.get(); }
   // The pixel bytes, row by row without padding, for byte-exact comparisons.
   std::vector<unsigned char> Pixels() const;
+  // Red, green and blue of a 24-bit pixel.
+  COLORREF ColorAt(int x, int y) const;
 
  private:
   qvtest::OwnedBitmap m_bitmap;
@@ -79,6 +81,8 @@ constexpr COLORREF kBrightColor = RGB(230, 200, 60);
 constexpr int kStripedWidth = 320;
 constexpr int kStripedHeight = 240;
 void MakeStripedBitmap(TestBitmap& bitmap);
+// The stripes' x centres, in the order of the colors above.
+std::vector<int> StripeCentres();
 // A 16-bit gray bitmap with a ramp.
 void MakeGray16Bitmap(TestBitmap& bitmap, bool signedSamples);
 // A copy of `source` with the export's operation applied.
@@ -92,6 +96,14 @@ RunResult DriveTone(const ToneExport& e, HWND owner, QVBRIGHTNESSDLGPARAMS& para
 
 // The text of a dialog kernel string.
 std::wstring KernelString(unsigned id);
+
+// True when `image` holds at least `share` of pixels within 3 of `color` on every channel.
+bool ShowsColor(const Image& image, COLORREF color, double share);
+// Every color fills a fair share of the pane (a stripe's area shrinks with the reduction to the pane and its
+// edges blend, so the share asked for is well below the stripe's width).
+bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors);
+// The colors at the stripes' centres, in the order of StripeCentres().
+std::vector<COLORREF> StripeColors(const TestBitmap& bitmap);
 
 }  // namespace qv::test
 

@@ -1,0 +1,52 @@
+// The shared part of the gray conversion and colour balance dialogs (see QVGrayFamilyDlg.h).
+#include "QVGrayFamilyDlg.h"
+
+#include "PreviewFlags.h"
+#include "QVGeneral.h"
+#include "qv/qvdlgclr.h"
+
+namespace {
+
+// Kernel string ids shared by every dialog.
+constexpr unsigned kStringOk = 0;
+constexpr unsigned kStringCancel = 1;
+constexpr unsigned kStringHelp = 2;
+constexpr unsigned kStringBefore = 3;
+constexpr unsigned kStringAfter = 4;
+
+}  // namespace
+
+CQVGrayFamilyDlg::CQVGrayFamilyDlg(const Face& face, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
+    : CQVBeforeAfterDlg(face.templateId, parent, bitmap, face.dialogId, reserved, 1), m_face(face) {}
+
+void CQVGrayFamilyDlg::TakeCommonFields(int32_t zoomToFit, uint32_t flags) {
+  SetZoomToFit(zoomToFit);
+  m_uFlags = flags;
+}
+
+BOOL CQVGrayFamilyDlg::OnInitDialog() {
+  CQVBeforeAfterDlg::OnInitDialog();
+  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits, m_face.beforeLabelId, m_face.afterLabelId);
+  CQVGeneral::AutoFitControls(m_hWnd, nullptr, nullptr, 0, 1, nullptr, 0, 0);
+  if (!GetHelpCallback()) ShiftOkCancelBtns(0);
+  return TRUE;
+}
+
+void CQVGrayFamilyDlg::SetDialogStrings() {
+  CQVBeforeAfterDlg::SetDialogStrings();
+  SetWindowText(GetDlgString(m_face.titleString).c_str());
+  SetDlgItemText(IDOK, GetDlgString(kStringOk).c_str());
+  SetDlgItemText(IDCANCEL, GetDlgString(kStringCancel).c_str());
+  SetDlgItemText(kHelpButtonId, GetDlgString(kStringHelp).c_str());
+  SetDlgItemText(m_face.afterLabelId, GetDlgString(kStringAfter).c_str());
+  SetDlgItemText(m_face.beforeLabelId, GetDlgString(kStringBefore).c_str());
+}
+
+void CQVGrayFamilyDlg::OnOK() {
+  if (!PreEndDialog(1)) return;
+  // The dialog closes even when the run fails; the export then reports the run's result.
+  if (m_uFlags & QVDLG_AUTO_PROCESS) m_nProcessResult = ApplyToCallersBitmap(GetBitmap());
+  CQVBeforeAfterDlg::OnOK();
+}
+
+void CQVGrayFamilyDlg::OnCancel() { CQVBeforeAfterDlg::OnCancel(); }
