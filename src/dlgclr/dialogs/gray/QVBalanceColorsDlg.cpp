@@ -74,10 +74,9 @@ BOOL CQVBalanceColorsDlg::OnInitDialog() {
 void CQVBalanceColorsDlg::SetDialogStrings() {
   CQVGrayFamilyDlg::SetDialogStrings();
   for (int channel = 0; channel < 3; ++channel)
-    SetDlgItemText(IDC_BALANCE_RED_GROUP + channel * kIdsPerChannel,
-                   GetDlgString(kStringFirstGroup + channel).c_str());
+    SetItemString(IDC_BALANCE_RED_GROUP + channel * kIdsPerChannel, kStringFirstGroup + channel);
   for (int weight = 0; weight < kWeightCount; ++weight)
-    SetDlgItemText(LabelId(weight), GetDlgString(kStringFirstLabel + weight % 3).c_str());
+    SetItemString(LabelId(weight), kStringFirstLabel + weight % 3);
 }
 
 void CQVBalanceColorsDlg::DoDataExchange(qvfw::CDataExchange* pDX) {

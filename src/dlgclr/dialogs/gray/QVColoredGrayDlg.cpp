@@ -76,15 +76,15 @@ BOOL CQVColoredGrayDlg::OnInitDialog() {
 
 void CQVColoredGrayDlg::SetDialogStrings() {
   CQVGrayFamilyDlg::SetDialogStrings();
-  SetDlgItemText(IDC_COLOREDGRAY_COLOR_GROUP, GetDlgString(kStringColorGroup).c_str());
-  SetDlgItemText(IDC_COLOREDGRAY_GRAY_GROUP, GetDlgString(kStringGrayGroup).c_str());
+  SetItemString(IDC_COLOREDGRAY_COLOR_GROUP, kStringColorGroup);
+  SetItemString(IDC_COLOREDGRAY_GRAY_GROUP, kStringGrayGroup);
   const int colorLabels[kChannels] = {IDC_COLOREDGRAY_RED_LABEL, IDC_COLOREDGRAY_GREEN_LABEL,
                                       IDC_COLOREDGRAY_BLUE_LABEL};
   const int grayLabels[kChannels] = {IDC_COLOREDGRAY_RED_GRAY_LABEL, IDC_COLOREDGRAY_GREEN_GRAY_LABEL,
                                      IDC_COLOREDGRAY_BLUE_GRAY_LABEL};
   for (int channel = 0; channel < kChannels; ++channel) {
-    SetDlgItemText(colorLabels[channel], GetDlgString(kStringColorGroup + 1 + channel).c_str());
-    SetDlgItemText(grayLabels[channel], GetDlgString(kStringGrayGroup + 1 + channel).c_str());
+    SetItemString(colorLabels[channel], kStringColorGroup + 1 + channel);
+    SetItemString(grayLabels[channel], kStringGrayGroup + 1 + channel);
   }
 }
 

@@ -5,19 +5,10 @@
 #include "QVGeneral.h"
 #include "qv/qvdlgclr.h"
 
-namespace {
-
-// Kernel string ids shared by every dialog.
-constexpr unsigned kStringOk = 0;
-constexpr unsigned kStringCancel = 1;
-constexpr unsigned kStringHelp = 2;
-constexpr unsigned kStringBefore = 3;
-constexpr unsigned kStringAfter = 4;
-
-}  // namespace
-
 CQVGrayFamilyDlg::CQVGrayFamilyDlg(const Face& face, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
-    : CQVBeforeAfterDlg(face.templateId, parent, bitmap, face.dialogId, reserved, 1), m_face(face) {}
+    : CQVBeforeAfterDlg(face.templateId, parent, bitmap, face.dialogId, reserved, 1), m_face(face) {
+  SetPaneLabelIds(face.beforeLabelId, face.afterLabelId);
+}
 
 void CQVGrayFamilyDlg::TakeCommonFields(int32_t zoomToFit, uint32_t flags) {
   SetZoomToFit(zoomToFit);
@@ -33,13 +24,9 @@ BOOL CQVGrayFamilyDlg::OnInitDialog() {
 }
 
 void CQVGrayFamilyDlg::SetDialogStrings() {
+  // OK, Cancel, Help, Before and After come from the base.
   CQVBeforeAfterDlg::SetDialogStrings();
-  SetWindowText(GetDlgString(m_face.titleString).c_str());
-  SetDlgItemText(IDOK, GetDlgString(kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(kStringHelp).c_str());
-  SetDlgItemText(m_face.afterLabelId, GetDlgString(kStringAfter).c_str());
-  SetDlgItemText(m_face.beforeLabelId, GetDlgString(kStringBefore).c_str());
+  SetTitleString(m_face.titleString);
 }
 
 void CQVGrayFamilyDlg::OnOK() {
@@ -49,4 +36,3 @@ void CQVGrayFamilyDlg::OnOK() {
   CQVBeforeAfterDlg::OnOK();
 }
 
-void CQVGrayFamilyDlg::OnCancel() { CQVBeforeAfterDlg::OnCancel(); }

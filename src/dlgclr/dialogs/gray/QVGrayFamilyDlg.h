@@ -36,7 +36,6 @@ class CQVGrayFamilyDlg : public CQVBeforeAfterDlg {
   // The base's, then the flags, the control fitting and the Help button's place.
   BOOL OnInitDialog() override;
   void OnOK() override;
-  void OnCancel() override;
   // Caption, OK, Cancel, Help, "Before" and "After"; the dialogs add their group boxes and labels.
   void SetDialogStrings() override;
 

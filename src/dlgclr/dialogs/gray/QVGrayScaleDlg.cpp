@@ -47,10 +47,10 @@ BOOL CQVGrayScaleDlg::OnInitDialog() {
 
 void CQVGrayScaleDlg::SetDialogStrings() {
   CQVGrayFamilyDlg::SetDialogStrings();
-  SetDlgItemText(IDC_GRAYSCALE_GROUP, GetDlgString(kStringGroup).c_str());
-  SetDlgItemText(IDC_GRAYSCALE_RED_LABEL, GetDlgString(kStringGroup + 1).c_str());
-  SetDlgItemText(IDC_GRAYSCALE_GREEN_LABEL, GetDlgString(kStringGroup + 2).c_str());
-  SetDlgItemText(IDC_GRAYSCALE_BLUE_LABEL, GetDlgString(kStringGroup + 3).c_str());
+  SetItemString(IDC_GRAYSCALE_GROUP, kStringGroup);
+  SetItemString(IDC_GRAYSCALE_RED_LABEL, kStringGroup + 1);
+  SetItemString(IDC_GRAYSCALE_GREEN_LABEL, kStringGroup + 2);
+  SetItemString(IDC_GRAYSCALE_BLUE_LABEL, kStringGroup + 3);
 }
 
 void CQVGrayScaleDlg::DoDataExchange(qvfw::CDataExchange* pDX) {
