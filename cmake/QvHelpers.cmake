@@ -38,7 +38,13 @@ function(qv_add_wine_test name)
   cmake_parse_arguments(T "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${T_SOURCES})
   target_link_libraries(${name} PRIVATE ${T_LIBS} gtest gtest_main)
-  set_property(GLOBAL APPEND PROPERTY QV_WINE_TESTS ${name}.exe)
+  qv_list_wine_test(${name}.exe)
+endfunction()
+
+# Appends one entry to wine-tests.txt: a program of the build, or a shell script by its full path, which the
+# Wine suite runs inside its X server and counts as one test by its exit code.
+function(qv_list_wine_test entry)
+  set_property(GLOBAL APPEND PROPERTY QV_WINE_TESTS ${entry})
   get_property(all GLOBAL PROPERTY QV_WINE_TESTS)
   list(JOIN all "\n" text)
   file(WRITE ${CMAKE_BINARY_DIR}/wine-tests.txt "${text}\n")

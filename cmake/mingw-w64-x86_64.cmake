@@ -10,5 +10,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 # The DLLs and programs carry libgcc, libstdc++ and winpthread inside them, so
 # they need nothing but system DLLs.
+# Release builds keep their debug information; the SDK ships it in separate .debug files.
+set(CMAKE_C_FLAGS_RELEASE_INIT "-O3 -DNDEBUG -g")
+set(CMAKE_CXX_FLAGS_RELEASE_INIT "-O3 -DNDEBUG -g")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")

@@ -3,13 +3,15 @@
  * chart when the photograph is missing), with a path it opens that picture,
  * and with --tour DIR it runs the tour into DIR without showing its own
  * window and exits: 0 when every dialog went through, 1 when a dialog
- * failed, 2 when the page could not be written.
+ * failed, 2 when the page could not be written. "--lang de" anywhere shows
+ * the dialogs with the dialog kernel's German texts.
  */
 #include <windows.h>
 #include <commctrl.h>
 #include <objbase.h>
 #include <shellapi.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -43,6 +45,19 @@ std::vector<std::wstring> Arguments() {
   for (int i = 1; argv != nullptr && i < count; ++i) args.emplace_back(argv[i]);
   if (argv != nullptr) LocalFree(argv);
   return args;
+}
+
+// Takes "--lang de" or "--lang en" out of the arguments and switches the dialogs' strings to that language;
+// false for a language the dialog kernel does not have.
+bool TakeLanguage(std::vector<std::wstring>& args) {
+  for (size_t i = 0; i + 1 < args.size(); ++i) {
+    if (args[i] != L"--lang") continue;
+    const std::wstring language = args[i + 1];
+    args.erase(args.begin() + static_cast<std::ptrdiff_t>(i), args.begin() + static_cast<std::ptrdiff_t>(i) + 2);
+    if (language == L"de") return Q_DlgSetLanguage(QV_DLGLANG_GERMAN) == QV_SUCCESS;
+    return language == L"en" && Q_DlgSetLanguage(QV_DLGLANG_ENGLISH) == QV_SUCCESS;
+  }
+  return true;
 }
 
 void Say(const std::string& text) {
@@ -112,8 +127,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
   if (Q_DlgInit(0) != QV_SUCCESS) {
     Say("qvdemo: the dialog kernel did not start\n");
   } else {
-    const std::vector<std::wstring> args = Arguments();
-    if (args.size() >= 2 && args[0] == L"--tour") {
+    std::vector<std::wstring> args = Arguments();
+    if (!TakeLanguage(args)) {
+      Say("qvdemo: --lang takes de or en\n");
+    } else if (args.size() >= 2 && args[0] == L"--tour") {
       exitCode = RunTourMode(args[1]);
     } else {
       exitCode = RunWindowMode(instance, args.empty() ? std::wstring() : args[0], showCommand);

@@ -26,10 +26,13 @@ mkdir -p "$out"
 winout="Z:${out//\//\\}"
 # The prefix's windows are unmanaged (see wine-env.sh), so the screenshots
 # show Wine's own frames and no window waits for a manager that is not there.
+# The German tour goes into de/ beside the English one.
 rc=0
-( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" wine64 qvdemo.exe --tour "$winout" ) || rc=$?
-if [ -f "$out/index.html" ]; then
+( cd "$QV_BIN" && xvfb-run -a -s "-screen 0 1280x1024x24" sh -c \
+  "wine64 qvdemo.exe --tour '$winout' && wine64 qvdemo.exe --lang de --tour '$winout\\de'" ) || rc=$?
+if [ -f "$out/index.html" ] && [ -f "$out/de/index.html" ]; then
   echo "tour: $out/index.html"
+  echo "German tour: $out/de/index.html"
 else
   echo "the tour wrote no index.html (exit $rc)" >&2
   [ "$rc" -ne 0 ] || rc=1

@@ -5,7 +5,8 @@ set -euo pipefail
 # Usage: deps.sh [demo]. The demo also needs the package that ships its sample
 # photograph.
 packages=(cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev libstb-dev
-          g++-mingw-w64-x86-64-posix wine64 xvfb xauth liblcms2-dev libopencv-dev clang libclang-rt-14-dev)
+          g++-mingw-w64-x86-64-posix wine64 xvfb xauth liblcms2-dev libopencv-dev
+          clang libclang-rt-14-dev llvm lld zip)
 [ "${1:-}" = demo ] && packages+=(python3-skimage)
 missing=()
 for p in "${packages[@]}"; do
