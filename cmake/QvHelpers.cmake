@@ -67,3 +67,17 @@ function(qv_add_dll name def description)
   set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "")
   qv_add_version_resource(${name} "${description}")
 endfunction()
+
+# The path of the sample photograph Debian's python3-skimage ships (coffee.png, or another image of its
+# data folder by name) in ${var}, or an empty string when the package is not installed.
+function(qv_find_sample_photo var name)
+  set(photo "")
+  execute_process(COMMAND dpkg -L python3-skimage OUTPUT_VARIABLE files ERROR_QUIET RESULT_VARIABLE status)
+  if(status EQUAL 0)
+    string(REGEX MATCH "[^\n]*/skimage/data/${name}" photo "${files}")
+  endif()
+  if(NOT photo OR NOT EXISTS "${photo}")
+    set(photo "")
+  endif()
+  set(${var} "${photo}" PARENT_SCOPE)
+endfunction()
