@@ -383,16 +383,19 @@ int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStruc
  * Halftones the bitmap in place to 1 bit per pixel (palette: 0 black, 1 white)
  * by comparing each pixel's darkness (1 - luminance / max) with a screen's
  * threshold. Each screen's thresholds are spread by the area its spot function
- * covers, so a flat gray of darkness t inks close to t of its pixels. The
- * angled screens (types 0, 1, 4, 6) are computed from rotated coordinates of
- * every pixel, not tiled from a cell, so they show no seams at any angle.
+ * covers, so a flat gray of darkness t inks close to t of its pixels. Off the
+ * pixel axes the angled screens (types 0, 1, 4, 6) are computed from rotated
+ * coordinates of every pixel, not tiled from a cell, so they show no seams at
+ * any angle; on the axes a cell of d x d pixels is ranked pixel by pixel and
+ * renders exactly d * d + 1 levels.
  * uType QV_HALFTONE_*; nAngle in hundredths of a degree (-36000..36000; used by
  * types 0, 1, 4 and 6); uDimension 2..100 (the cell size of types 2 to 7; types
  * 0 and 1 have their own). Type 7 takes the first uDimension^2 + 1 bitmaps of
  * hPatterns, each uDimension by uDimension of any format, darkest first: a pixel
- * of brightness v (0..255) takes pattern floor(v * count / 256) at its position
- * modulo uDimension (a pattern pixel is white when its luminance is 128 or
- * more). The same arguments give the same result on every call (type 5 too).
+ * of luminance v (on the 16-bit scale 0..65535) takes pattern
+ * floor(v * count / 65536) at its position modulo uDimension (a pattern pixel
+ * is white when its luminance is at least 128 of 255). The same arguments
+ * give the same result on every call (type 5 too).
  * As Q_ColorResBitmap, the whole bitmap is converted and a region is dropped.
  * Checks: the bitmap, uFlags (must be 0), uType, nAngle, uDimension
  * (QV_ERROR_INVALID_PARAMETER), then for type 7 the list (not a live list:

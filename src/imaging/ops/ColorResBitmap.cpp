@@ -17,6 +17,7 @@
 #include "InverseColorMap.h"
 #include "OpsCommon.h"
 #include "OptimizedPalette.h"
+#include "PendingBitmap.h"
 
 namespace qv {
 namespace ops {
@@ -30,26 +31,6 @@ bool IsTargetDepth(int bits) {
 }
 
 bool HasOneBitAtMost(unsigned v) { return (v & (v - 1)) == 0; }
-
-// Frees a bitmap under construction unless it was handed on.
-class PendingBitmap {
- public:
-  PendingBitmap() = default;
-  ~PendingBitmap() {
-    if (m_b.pData) ReleaseBitmapMemory(&m_b);
-  }
-  PendingBitmap(const PendingBitmap&) = delete;
-  PendingBitmap& operator=(const PendingBitmap&) = delete;
-  BITMAPHANDLE* get() { return &m_b; }
-  BITMAPHANDLE Release() {
-    const BITMAPHANDLE b = m_b;
-    m_b = BITMAPHANDLE{};
-    return b;
-  }
-
- private:
-  BITMAPHANDLE m_b{};
-};
 
 // The image's colors when there are no more than limit of them (then an optimized palette can hold them
 // exactly); empty otherwise. Stops at the first color past the limit, so a photograph costs a few pixels.
@@ -199,8 +180,7 @@ int ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructS
     if (rc != QV_SUCCESS) return rc;
     out.get()->nXResolution = pSrc->nXResolution;
     out.get()->nYResolution = pSrc->nYResolution;
-    if (pDst == pSrc) ReleaseBitmapMemory(pSrc);
-    *pDst = out.Release();
+    out.HandOver(pSrc, pDst);
     return QV_SUCCESS;
   });
 }

@@ -11,6 +11,7 @@
 #include "../PixelConvert.h"
 #include "HalftoneScreen.h"
 #include "OpsCommon.h"
+#include "PendingBitmap.h"
 
 namespace qv {
 namespace ops {
@@ -120,14 +121,9 @@ extern "C" int Q_HalfToneBitmap(BITMAPHANDLE* pBitmap, unsigned int uType, int n
     PixelFormat sf{};
     rc = DescribePixelFormat(*pBitmap, &sf);
     if (rc != QV_SUCCESS) return rc;
-    BITMAPHANDLE out{};
-    rc = Halftone(*pBitmap, sf, uType, nAngle, d, patterns, &out);
-    if (rc != QV_SUCCESS) {
-      if (out.pData) ReleaseBitmapMemory(&out);
-      return rc;
-    }
-    ReleaseBitmapMemory(pBitmap);
-    *pBitmap = out;
-    return QV_SUCCESS;
+    PendingBitmap out;
+    rc = Halftone(*pBitmap, sf, uType, nAngle, d, patterns, out.get());
+    if (rc == QV_SUCCESS) out.HandOver(pBitmap, pBitmap);
+    return rc;
   });
 }

@@ -26,14 +26,14 @@ void Candidates(const std::vector<int16_t>& rgb, const int lo[3], int size, cons
   int bound = 1 << 30;
   for (size_t k = 0; k < pool.size(); ++k) {
     const int16_t* e = &rgb[static_cast<size_t>(pool[k]) * 3];
-    int near = 0, far = 0;
+    int closest = 0, farthest = 0;
     for (int c = 0; c < 3; ++c) {
       const int l = lo[c], h = lo[c] + size - 1;
-      near += e[c] < l ? Square(l - e[c]) : (e[c] > h ? Square(e[c] - h) : 0);
-      far += Square(std::max(std::abs(e[c] - l), std::abs(e[c] - h)));
+      closest += e[c] < l ? Square(l - e[c]) : (e[c] > h ? Square(e[c] - h) : 0);
+      farthest += Square(std::max(std::abs(e[c] - l), std::abs(e[c] - h)));
     }
-    nearest[k] = near;
-    bound = std::min(bound, far);
+    nearest[k] = closest;
+    bound = std::min(bound, farthest);
   }
   for (size_t k = 0; k < pool.size(); ++k)
     if (nearest[k] <= bound) out.push_back(pool[k]);

@@ -3,6 +3,7 @@
 // turns a spot function sampled on a small tile into a threshold matrix.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -54,13 +55,11 @@ std::vector<uint16_t> RankedMatrix(int n, Value value) {
   std::vector<double> v(static_cast<size_t>(n) * n);
   for (int y = 0; y < n; ++y)
     for (int x = 0; x < n; ++x) v[static_cast<size_t>(y) * n + x] = value(x + 0.5, y + 0.5);
+  std::vector<uint32_t> order(v.size());
+  for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<uint32_t>(i);
+  std::stable_sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) { return v[a] > v[b]; });
   std::vector<uint16_t> m(v.size());
-  for (size_t i = 0; i < v.size(); ++i) {
-    int rank = 0;
-    for (size_t j = 0; j < v.size(); ++j)
-      if (v[j] > v[i] || (v[j] == v[i] && j < i)) ++rank;
-    m[i] = static_cast<uint16_t>(rank);
-  }
+  for (size_t rank = 0; rank < order.size(); ++rank) m[order[rank]] = static_cast<uint16_t>(rank);
   return m;
 }
 

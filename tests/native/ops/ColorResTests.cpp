@@ -306,8 +306,9 @@ TEST(ColorRes, HostileArgumentsLeaveBothDescriptorsAlone) {
     std::memset(&dst, 0x5A, sizeof dst);
     const BITMAPHANDLE dstBefore = dst;
     BITMAPHANDLE* s = c.nullSrc ? nullptr : (c.unallocatedSrc ? unallocated.get() : src.get());
-    const int rc = Q_ColorResBitmap(s, c.nullDst ? nullptr : &dst, c.structSize, c.bits, c.flags, c.palette,
-                                    c.handle ? reinterpret_cast<QVHPALETTE>(&dst) : nullptr, c.colors, nullptr, nullptr);
+    const QVHPALETTE handle = c.handle ? reinterpret_cast<QVHPALETTE>(&dst) : nullptr;
+    const int rc = Q_ColorResBitmap(s, c.nullDst ? nullptr : &dst, c.structSize, c.bits, c.flags, c.palette, handle,
+                                    c.colors, nullptr, nullptr);
     EXPECT_EQ(rc, c.expected) << c.what;
     EXPECT_EQ(0, std::memcmp(&srcBefore, src.get(), sizeof srcBefore)) << c.what;
     EXPECT_EQ(pixelsBefore, std::vector<uint8_t>(src->pData, src->pData + src->uDataSize)) << c.what;

@@ -46,7 +46,8 @@ TEST(Halftone, EveryTypeInksAsMuchAsTheGrayAsks) {
       EXPECT_EQ(b->Palette[1].rgbRed, 255);
       // User patterns come in 17 steps of 1/16; the screens in finer ones.
       const double tolerance = type == QV_HALFTONE_USER ? 1.0 / 16 : 0.03;
-      EXPECT_NEAR(BlackShare(*b, 0, 0, 160, 160), (255 - gray) / 255.0, tolerance) << "type " << type << " gray " << gray;
+      EXPECT_NEAR(BlackShare(*b, 0, 0, 160, 160), (255 - gray) / 255.0, tolerance)
+          << "type " << type << " gray " << gray;
       if (gray == 0 || gray == 255) {
         EXPECT_EQ(BlackShare(*b, 0, 0, 160, 160), gray == 0 ? 1.0 : 0.0) << type;
       }
@@ -65,7 +66,8 @@ TEST(Halftone, AngledScreensAreEvenWithoutSeams) {
       // Every 32 x 32 block holds several cells at any angle; a seam would push a row of blocks off.
       for (int y = 0; y < 256; y += 32)
         for (int x = 0; x < 256; x += 32)
-          ASSERT_NEAR(BlackShare(*b, x, y, 32, 32), 105 / 255.0, 0.05) << type << " at " << angle << ", block " << x << "," << y;
+          ASSERT_NEAR(BlackShare(*b, x, y, 32, 32), 105 / 255.0, 0.05)
+              << type << " at " << angle << ", block " << x << "," << y;
       EXPECT_EQ(0, std::memcmp(b->pData, again->pData, b->uDataSize)) << "the same call must give the same screen";
     }
   // The angle turns the screen: 0 and 45 degrees must differ.
@@ -81,13 +83,13 @@ TEST(Halftone, UserPatternsTileByBrightness) {
   const int d = 3;
   HBITMAPLIST patterns = MakePatterns(d * d + 1, d);
   OwnedBitmap b;
-  // Each band of 9 columns one brightness; pattern floor(v * 10 / 256).
+  // Each band of 9 columns one brightness; pattern floor(v * 257 * 10 / 65536) on the 16-bit scale.
   const uint32_t levels[] = {0, 26, 100, 200, 255};
   MakeGray8(b, 45, 7, [&](int x, int) { return levels[x / 9]; });
   ASSERT_EQ(Q_HalfToneBitmap(b.get(), QV_HALFTONE_USER, 0, d, patterns, 0), QV_SUCCESS);
   for (int y = 0; y < 7; ++y)
     for (int x = 0; x < 45; ++x) {
-      const int k = static_cast<int>(levels[x / 9] * 10 / 256);
+      const int k = static_cast<int>(levels[x / 9] * 257 * 10 / 65536);
       EXPECT_EQ(IndexAt(*b, x, y), (y % d) * d + x % d < k ? 1 : 0) << x << "," << y;
     }
   Q_DestroyBitmapList(patterns, 0);

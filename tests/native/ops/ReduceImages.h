@@ -28,7 +28,8 @@ inline void MakeRgb24(qvtest::OwnedBitmap& b, int w, int h, const ColorAt& color
 inline void MakeGray8(qvtest::OwnedBitmap& b, int w, int h, const ColorAt& gray) {
   Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), w, h, 8, QV_ORDER_GRAY, nullptr, 0, 0);
   for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x) b->pData[static_cast<size_t>(y) * b->nBytesPerLine + x] = static_cast<uint8_t>(gray(x, y));
+    for (int x = 0; x < w; ++x)
+      b->pData[static_cast<size_t>(y) * b->nBytesPerLine + x] = static_cast<uint8_t>(gray(x, y));
 }
 
 inline int IndexAt(const BITMAPHANDLE& b, int x, int y) {
