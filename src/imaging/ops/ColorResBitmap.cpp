@@ -70,6 +70,8 @@ std::vector<RGBQUAD> SystemPalette(const BITMAPHANDLE& b, const PixelFormat& f, 
   const std::vector<RGBQUAD> built = Optimized(b, f, 1 << bits, system);
   std::vector<RGBQUAD> p(system.begin(), system.begin() + kSystemColorsAtStart);
   p.insert(p.end(), built.begin() + static_cast<ptrdiff_t>(system.size()), built.end());
+  // An image of few colors leaves entries over; black fills them so the last ten stay at the table's end.
+  p.resize(static_cast<size_t>(1 << bits) - (system.size() - kSystemColorsAtStart), RGBQUAD{0, 0, 0, 0});
   p.insert(p.end(), system.begin() + kSystemColorsAtStart, system.end());
   return p;
 }

@@ -206,12 +206,16 @@ TEST(ColorRes, TablePalettesHoldTheirColorsInPlace) {
                                0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
   const auto rgb = [](const RGBQUAD& q) { return (uint32_t{q.rgbRed} << 16) | (q.rgbGreen << 8) | q.rgbBlue; };
   const auto photo = [](int x, int y) { return uint32_t((x * 40503u + y * 9973u) * 2654435761u) >> 8; };
-  OwnedBitmap sys, web, gray4, gray8, vga;
+  OwnedBitmap sys, flat, web, gray4, gray8, vga;
   for (auto* b : {&sys, &web, &gray4, &gray8, &vga}) MakeRgb24(*b, 40, 30, photo);
-  ASSERT_EQ(Reduce(sys.get(), 8, QV_COLORRES_SYSTEM_PALETTE), QV_SUCCESS);
-  ASSERT_EQ(sys->nColors, 256);
-  for (int i = 0; i < 10; ++i) EXPECT_EQ(rgb(sys->Palette[i]), system[i]) << i;
-  for (int i = 10; i < 20; ++i) EXPECT_EQ(rgb(sys->Palette[236 + i]), system[i]) << i;
+  MakeRgb24(flat, 4, 4, [](int, int) { return 0x123456u; });  // too few colors to fill the table
+  for (auto* b : {&sys, &flat}) {
+    ASSERT_EQ(Reduce(b->get(), 8, QV_COLORRES_SYSTEM_PALETTE), QV_SUCCESS);
+    ASSERT_EQ((*b)->nColors, 256);
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(rgb((*b)->Palette[i]), system[i]) << i;
+    for (int i = 10; i < 20; ++i) EXPECT_EQ(rgb((*b)->Palette[236 + i]), system[i]) << i;
+  }
+  EXPECT_EQ(PaletteColorAt(*flat, 1, 1), 0x123456u);
   ASSERT_EQ(Reduce(vga.get(), 4, QV_COLORRES_SYSTEM_PALETTE), QV_SUCCESS);
   EXPECT_EQ(rgb(vga->Palette[9]), 0xFF0000u);
   EXPECT_EQ(rgb(vga->Palette[15]), 0xFFFFFFu);
