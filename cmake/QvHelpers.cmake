@@ -92,3 +92,17 @@ function(qv_add_fuzzer name)
   list(JOIN all "\n" text)
   file(WRITE ${CMAKE_BINARY_DIR}/fuzzers.txt "${text}\n")
 endfunction()
+
+# The path of the sample photograph Debian's python3-skimage ships (coffee.png, or another image of its
+# data folder by name) in ${var}, or an empty string when the package is not installed.
+function(qv_find_sample_photo var name)
+  set(photo "")
+  execute_process(COMMAND dpkg -L python3-skimage OUTPUT_VARIABLE files ERROR_QUIET RESULT_VARIABLE status)
+  if(status EQUAL 0)
+    string(REGEX MATCH "[^\n]*/skimage/data/${name}" photo "${files}")
+  endif()
+  if(NOT photo OR NOT EXISTS "${photo}")
+    set(photo "")
+  endif()
+  set(${var} "${photo}" PARENT_SCOPE)
+endfunction()

@@ -109,6 +109,51 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 /* Largest table any builder or window-level function takes. */
 #define QV_MAX_TABLE_LENGTH 65536u
 
+/*
+ * Q_ColorResBitmap uFlags: one palette value, one order value and one
+ * dithering value OR-ed together.
+ */
+#define QV_COLORRES_PALETTE_MASK 0x014Bu
+#define QV_COLORRES_FIXED_PALETTE 0x0001u     /* a fixed palette for the depth (0 means the same) */
+#define QV_COLORRES_OPTIMIZED_PALETTE 0x0002u /* a palette made for the image by the quantizer */
+#define QV_COLORRES_SYSTEM_PALETTE 0x0008u    /* keeps the 20 Windows system colors, the rest optimized */
+#define QV_COLORRES_WEBSAFE_PALETTE 0x0040u   /* the 216-color web-safe cube (8 bits per pixel only) */
+#define QV_COLORRES_USER_PALETTE 0x0100u      /* the caller's palette (hPalette, or pPalette and uColors) */
+#define QV_COLORRES_ORDER_MASK 0x0084u
+#define QV_COLORRES_ORDER_RGB 0x0000u
+#define QV_COLORRES_ORDER_BGR 0x0004u
+#define QV_COLORRES_ORDER_GRAY 0x0080u
+#define QV_COLORRES_DITHER_MASK 0xF0000u
+#define QV_COLORRES_NO_DITHERING 0x00000u
+#define QV_COLORRES_FLOYD_STEINBERG 0x10000u  /* 7 3 5 1 / 16 */
+#define QV_COLORRES_STUCKI 0x20000u           /* three rows, / 42 */
+#define QV_COLORRES_BURKES 0x30000u           /* two rows, / 32 */
+#define QV_COLORRES_SIERRA 0x40000u           /* three rows, / 32 */
+#define QV_COLORRES_STEVENSON_ARCE 0x50000u   /* four rows on a hexagonal lattice, / 200 */
+#define QV_COLORRES_JARVIS 0x60000u           /* Jarvis, Judice and Ninke: three rows, / 48 */
+#define QV_COLORRES_ORDERED 0x70000u          /* 8 x 8 Bayer matrix */
+#define QV_COLORRES_CLUSTERED 0x80000u        /* 8 x 8 clustered-dot screen at 45 degrees */
+
+/* Q_HalfToneBitmap uType values */
+#define QV_HALFTONE_PRINT 0u        /* clustered round-to-square dots on a screen at the angle, 8-pixel cells */
+#define QV_HALFTONE_VIEW 1u         /* dispersed dots: a 16 x 16 Bayer screen sampled at the angle */
+#define QV_HALFTONE_SQUARE 2u       /* square dots in uDimension cells */
+#define QV_HALFTONE_ROUND 3u        /* round dots in uDimension cells */
+#define QV_HALFTONE_ELLIPTICAL 4u   /* elliptical dots in uDimension cells at the angle */
+#define QV_HALFTONE_RANDOM 5u       /* position-hashed (repeatable) noise, grain uDimension / 2 */
+#define QV_HALFTONE_LINES 6u        /* lines uDimension apart at the angle */
+#define QV_HALFTONE_USER 7u         /* uDimension^2 + 1 user patterns, darkest first */
+#define QV_HALFTONE_MIN_DIMENSION 2u
+#define QV_HALFTONE_MAX_DIMENSION 100u
+#define QV_HALFTONE_MAX_ANGLE 36000
+
+/* A GDI palette handle on Windows; natively there are no GDI palettes and it must be null. */
+#ifdef _WIN32
+typedef HPALETTE QVHPALETTE;
+#else
+typedef struct QVPALETTE_* QVHPALETTE;
+#endif
+
 QV_BEGIN_C
 
 /*
@@ -360,6 +405,80 @@ int Q_WindowLevel(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUA
  */
 int Q_WindowLevelBitmap(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUAD* pLUT,
                         unsigned int uLength, unsigned int uOrderDst, unsigned int uFlags);
+
+/*
+ * Converts pSrc to nBitsPerPixel (1 to 8, 12, 16, 24, 32, 48, 64) into *pDst,
+ * which may be pSrc itself (the new bitmap then replaces the old one, whose
+ * memory is released). Otherwise *pDst is overwritten without being freed, as
+ * Q_CopyBitmap does; uStructSize is sizeof(BITMAPHANDLE). The whole bitmap is
+ * converted: a region cannot keep pixels of another depth outside it, so it is
+ * ignored and the result carries none (nor a window-level LUT).
+ *
+ * 1 to 8 bits per pixel give an indexed image; 3 bits are stored as 4 and 5 to
+ * 7 as 8, with 2^bits palette entries. The palette value chooses the entries:
+ *   fixed (or 0)  1 bit black and white; 2 bits four grays; 3 bits the eight
+ *                 corners of the color cube; 4 bits the 16 VGA colors; 5 to 8
+ *                 bits a uniform cube of 4x4x2, 4x4x4, 4x8x4 or 8x8x4 levels.
+ *   optimized     variance-minimizing boxes (Wu) refined by k-means on the
+ *                 image's colors; fewer entries when the image has fewer colors.
+ *   system        the 20 Windows system colors (first ten at the start, last
+ *                 ten at the end) and optimized colors between; at 4 bits the
+ *                 16 VGA colors, below that black and white plus optimized ones.
+ *   web-safe      the 216-color cube; 8 bits only (QV_ERROR_INVALID_PARAMETER).
+ *   user          hPalette when not null (all its entries when uColors is 0),
+ *                 else uColors (1..256) entries at pPalette. A palette larger
+ *                 than the depth holds gives up the entries the image uses least.
+ * The order value at 1 to 8 bits: QV_COLORRES_ORDER_GRAY gives evenly spaced
+ * grays (the palette value is not used) and, at 8 bits, an 8-bit gray image;
+ * RGB and BGR make no difference to indexed images.
+ * Dithering applies to 1 to 8 bits: error diffusion runs in a serpentine scan
+ * (even rows left to right, odd rows right to left, the kernel mirrored), each
+ * pixel plus its accumulated error clamped to 0..255 before the nearest entry is
+ * taken, and the whole difference passed on; ordered and clustered add a
+ * screen offset scaled to the palette's spacing.
+ * 12 bits: 12-bit gray whatever the order. 16 bits: gray with
+ * QV_COLORRES_ORDER_GRAY, else 5-6-5 color (BGR is the Windows layout).
+ * 24, 32, 48, 64 bits: color in RGB or BGR order; QV_COLORRES_ORDER_GRAY gives
+ * gray pixels in BGR order. Deeper targets are converted exactly (rounded to
+ * the nearest level), without dithering.
+ * pfnCallback (may be null: the thread's status callback) reports progress and
+ * stops the call with QV_ERROR_USER_ABORT, leaving pSrc and pDst unchanged.
+ * Checks in order: pSrc (as every operation), uStructSize
+ * (QV_ERROR_INVALID_STRUCT_SIZE), pDst writable (QV_ERROR_INVALID_PARAMETER),
+ * nBitsPerPixel (QV_ERROR_INVALID_BITS_PER_PIXEL), uFlags (undefined bits, two
+ * palette or order values, a dithering value past CLUSTERED:
+ * QV_ERROR_INVALID_FLAGS), then the palette (QV_ERROR_INVALID_PARAMETER; a
+ * handle that is no palette: QV_ERROR_INVALID_HANDLE).
+ */
+int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
+                     unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette, unsigned int uColors,
+                     pQVSTATUSCALLBACK pfnCallback, void* pUserData);
+
+/*
+ * Halftones the bitmap in place to 1 bit per pixel (palette: 0 black, 1 white)
+ * by comparing each pixel's darkness (1 - luminance / max) with a screen's
+ * threshold. Each screen's thresholds are spread by the area its spot function
+ * covers, so a flat gray of darkness t inks close to t of its pixels. Off the
+ * pixel axes the angled screens (types 0, 1, 4, 6) are computed from rotated
+ * coordinates of every pixel, not tiled from a cell, so they show no seams at
+ * any angle; on the axes a cell of d x d pixels is ranked pixel by pixel and
+ * renders exactly d * d + 1 levels.
+ * uType QV_HALFTONE_*; nAngle in hundredths of a degree (-36000..36000; used by
+ * types 0, 1, 4 and 6); uDimension 2..100 (the cell size of types 2 to 7; types
+ * 0 and 1 have their own). Type 7 takes the first uDimension^2 + 1 bitmaps of
+ * hPatterns, each uDimension by uDimension of any format, darkest first: a pixel
+ * of luminance v (on the 16-bit scale 0..65535) takes pattern
+ * floor(v * count / 65536) at its position modulo uDimension (a pattern pixel
+ * is white when its luminance is at least 128 of 255). The same arguments
+ * give the same result on every call (type 5 too).
+ * As Q_ColorResBitmap, the whole bitmap is converted and a region is dropped.
+ * Checks: the bitmap, uFlags (must be 0), uType, nAngle, uDimension
+ * (QV_ERROR_INVALID_PARAMETER), then for type 7 the list (not a live list:
+ * QV_ERROR_INVALID_HANDLE; fewer patterns than needed or one of the wrong size:
+ * QV_ERROR_INVALID_PARAMETER).
+ */
+int Q_HalfToneBitmap(BITMAPHANDLE* pBitmap, unsigned int uType, int nAngle, unsigned int uDimension,
+                     HBITMAPLIST hPatterns, unsigned int uFlags);
 
 QV_END_C
 

@@ -29,6 +29,24 @@ struct StatusCallback {
 StatusCallback CurrentStatusCallback();
 void SetCurrentStatusCallback(StatusCallback cb);
 
+// Installs a call's own status callback for the calling thread for as long as it lives (a null one keeps the
+// thread's), and puts the previous one back.
+class ScopedStatusCallback {
+ public:
+  ScopedStatusCallback(pQVSTATUSCALLBACK fn, void* user) : m_saved(CurrentStatusCallback()), m_active(fn != nullptr) {
+    if (m_active) SetCurrentStatusCallback(StatusCallback{fn, user});
+  }
+  ~ScopedStatusCallback() {
+    if (m_active) SetCurrentStatusCallback(m_saved);
+  }
+  ScopedStatusCallback(const ScopedStatusCallback&) = delete;
+  ScopedStatusCallback& operator=(const ScopedStatusCallback&) = delete;
+
+ private:
+  StatusCallback m_saved;
+  bool m_active;
+};
+
 // Reports percent done through the calling thread's callback: QV_SUCCESS to go on, QV_ERROR_USER_ABORT when
 // the callback asked to stop.
 int ReportStatus(int percent);

@@ -266,6 +266,11 @@ void WriteRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, 
   }
 }
 
+void WriteRowIndices(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint8_t* indices) {
+  uint8_t* row = RowPtr(b, y);
+  for (int x = x0; x < x1; ++x) StoreIndex(row, f, x, *indices++);
+}
+
 void WriteRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint8_t* in) {
   uint8_t* row = RowPtr(b, y);
   switch (f.kind) {

@@ -25,6 +25,9 @@ void WriteRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, 
 // and the way back. For work that must stay exact in the format's own units (averages for display).
 void ReadRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, uint16_t* out);
 void WriteRowGray(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint16_t* in);
+// Stores palette indices [x0, x1) of row y of an indexed image (packed most significant first for 1, 2 and
+// 4 bits); each index must fit the depth.
+void WriteRowIndices(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint8_t* indices);
 
 // The raw gray sample at (x, y) of a 12/16-bit gray image as a signed or unsigned integer (sign-extended
 // when f.isSigned), without scaling.

@@ -24,4 +24,17 @@ set(QV_OPS_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/WindowLevelFillLUT.cpp
   ${CMAKE_CURRENT_LIST_DIR}/WindowLevel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/WindowLevelBitmap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ColorHistogram.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/OptimizedPalette.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/InverseColorMap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ColorPalettes.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ColorDither.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ColorResBitmap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/HalftoneScreen.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/HalfToneBitmap.cpp
 )
+# The export of the color reduction reads GDI palettes on Windows (ColorResExport_win.cpp, in the DLL);
+# elsewhere it takes the table only.
+if(NOT WIN32)
+  list(APPEND QV_OPS_SOURCES ${CMAKE_CURRENT_LIST_DIR}/ColorResExport_posix.cpp)
+endif()

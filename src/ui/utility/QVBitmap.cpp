@@ -231,3 +231,14 @@ int CQVBitmap::RemapBitmapIntensity(unsigned* table, unsigned length, unsigned c
 int CQVBitmap::RemapBitmapHue(unsigned* mask, unsigned* hue, unsigned* saturation, unsigned* value, unsigned length) {
   return Usable() ? Keep(Q_RemapBitmapHue(GetHandle(), mask, hue, saturation, value, length, 0)) : 0;
 }
+
+int CQVBitmap::ColorRes(int bitsPerPixel, unsigned long flags, HPALETTE palette, unsigned colors) {
+  if (!Usable()) return 0;
+  BITMAPHANDLE* b = GetHandle();
+  return Keep(Q_ColorResBitmap(b, b, sizeof(BITMAPHANDLE), bitsPerPixel, static_cast<unsigned>(flags), nullptr, palette,
+                               colors, nullptr, nullptr));
+}
+
+int CQVBitmap::HalfTone(unsigned type, int angle, unsigned dimension, HBITMAPLIST patterns) {
+  return Usable() ? Keep(Q_HalfToneBitmap(GetHandle(), type, angle, dimension, patterns, 0)) : 0;
+}

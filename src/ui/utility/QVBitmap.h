@@ -82,6 +82,13 @@ class CQVBitmap {
   int BalanceColors(const QVBALANCINGRECORD* red, const QVBALANCINGRECORD* green, const QVBALANCINGRECORD* blue);
   int RemapBitmapIntensity(unsigned* table, unsigned length, unsigned channel);
   int RemapBitmapHue(unsigned* mask, unsigned* hue, unsigned* saturation, unsigned* value, unsigned length);
+  // Converts to bitsPerPixel with the color-resolution flags (QV_COLORRES_*
+  // of qvimgops.h), and for the caller's palette flag a GDI palette and how
+  // many of its entries to use (0: all).
+  int ColorRes(int bitsPerPixel, unsigned long flags, HPALETTE palette, unsigned colors);
+  // Halftones to 1 bit per pixel: type, angle in hundredths of a degree, cell
+  // dimension, and for the user-pattern type the pattern list.
+  int HalfTone(unsigned type, int angle, unsigned dimension, HBITMAPLIST patterns);
   int LastResult() const { return m_lastResult; }
 
  private:
