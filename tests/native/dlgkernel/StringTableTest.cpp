@@ -230,7 +230,7 @@ TEST_F(StringTableExports, LengthFetchAndTooSmallBuffer) {
   ASSERT_EQ(Q_DlgGetString(1, buffer.data(), length + 1), QV_SUCCESS);
   EXPECT_EQ(std::wstring(buffer.data()), L"Cancel");
 
-  for (unsigned missing : {32u, 1296u, 99999u}) {  // in gaps between ranges of the table, and past its end
+  for (unsigned missing : {33u, 75u, 1296u, 99999u}) {  // gap edges between ranges of the table, and past its end
     EXPECT_EQ(Q_DlgGetStringLen(missing, &length), QV_ERROR_NOT_FOUND) << missing;
     EXPECT_EQ(Q_DlgGetString(missing, buffer.data(), 7), QV_ERROR_NOT_FOUND) << missing;
   }
