@@ -17,6 +17,8 @@ constexpr ExportInfo kExports[kExportCount] = {
   {"Q_DlgHistoContrast",  48,  48,   20,   false, true,  IDD_QV_HISTOCONTRAST, 25},
   {"Q_DlgPosterize",      48,  48,   20,   false, true,  IDD_QV_POSTERIZE,     24},
   {"Q_DlgSolarize",       48,  48,   20,   false, true,  IDD_QV_SOLARIZE,      18},
+  {"Q_DlgIntensityDetect", 64, 64,   36,   true,  true,  IDD_QV_INTENSITYDETECT, 5},
+  {"Q_DlgLocalHistoEqualize", 68, 68, 40,   true,  true,  IDD_QV_LOCALHISTO,    78},
 };
 // clang-format on
 

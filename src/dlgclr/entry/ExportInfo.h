@@ -19,9 +19,10 @@ struct ExportInfo {
   unsigned dialogId;
 };
 
-enum class ExportId { kBrightness, kContrast, kHue, kSaturation, kHistoContrast, kPosterize, kSolarize };
+enum class ExportId { kBrightness, kContrast, kHue, kSaturation, kHistoContrast, kPosterize, kSolarize,
+                      kIntensityDetect, kLocalHistoEqualize };
 
-constexpr int kExportCount = 7;
+constexpr int kExportCount = 9;
 
 const ExportInfo& ExportInfoOf(ExportId id);
 

@@ -338,3 +338,8 @@ int CQVBitmap::RemapBitmapIntensity(unsigned* table, unsigned length, unsigned c
 int CQVBitmap::RemapBitmapHue(unsigned* mask, unsigned* hue, unsigned* saturation, unsigned* value, unsigned length) {
   return Usable() ? Keep(Q_RemapBitmapHue(GetHandle(), mask, hue, saturation, value, length, 0)) : 0;
 }
+
+int CQVBitmap::LocalHistoEqualize(int width, int height, int xExt, int yExt, unsigned colorSpace, unsigned smooth) {
+  if (!Usable()) return 0;
+  return Keep(Q_LocalHistoEqualizeBitmap(GetHandle(), width, height, xExt, yExt, colorSpace, smooth, 0));
+}

@@ -79,6 +79,7 @@ class CQVBitmap {
   int BalanceColors(const QVBALANCINGRECORD* red, const QVBALANCINGRECORD* green, const QVBALANCINGRECORD* blue);
   int RemapBitmapIntensity(unsigned* table, unsigned length, unsigned channel);
   int RemapBitmapHue(unsigned* mask, unsigned* hue, unsigned* saturation, unsigned* value, unsigned length);
+  int LocalHistoEqualize(int width, int height, int xExt, int yExt, unsigned colorSpace, unsigned smooth);
   int LastResult() const { return m_lastResult; }
 
  private:

@@ -1,12 +1,13 @@
-// The argument checks of the seven single-value exports: their order, the exact size, and bitmaps with and
-// without pixel memory or signed samples (an unreadable bitmap pointer included). Every case runs for all
-// seven exports, because the table row of each export is what is really tested. Read-only and truncated
-// structures are tested under Wine, where the probe is the product's VirtualQuery.
+// The argument checks of the dialog exports: their order, the exact size, and bitmaps with and without pixel
+// memory or signed samples (an unreadable bitmap pointer included). Every case runs for every export, because
+// the table row of each export is what is really tested. Read-only and truncated structures are tested under
+// Wine, where the probe is the product's VirtualQuery.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <cstring>
+#include <iterator>
 
 #include "ArgumentChecks.h"
 #include "qv/qvdlgclr.h"
@@ -32,11 +33,18 @@ class Pages {
   void* m_base;
 };
 
-QVBRIGHTNESSDLGPARAMS Params(uint32_t flags, BITMAPHANDLE* bitmap) {
-  QVBRIGHTNESSDLGPARAMS p{};
-  p.uStructSize = sizeof p;
-  p.pBitmap = bitmap;
-  p.uDlgFlags = flags;
+// A structure laid out as the export's row says: its size at 0, the bitmap pointer at 4, the flag word where
+// the row puts it. Room for the largest structure.
+struct ParamBytes {
+  unsigned char bytes[128]{};
+  void SetSize(uint32_t size) { std::memcpy(bytes, &size, sizeof size); }
+};
+
+ParamBytes MakeParams(const ExportInfo& info, uint32_t flags, BITMAPHANDLE* bitmap) {
+  ParamBytes p;
+  p.SetSize(info.expectedSize);
+  std::memcpy(p.bytes + 4, &bitmap, sizeof bitmap);
+  std::memcpy(p.bytes + info.flagsOffset, &flags, sizeof flags);
   return p;
 }
 
@@ -52,8 +60,10 @@ class EveryExport : public ::testing::TestWithParam<int> {
   const ExportInfo& Info() const { return ExportInfoOf(static_cast<ExportId>(GetParam())); }
   bool RefusesSigned() const {
     const auto id = static_cast<ExportId>(GetParam());
-    return id == ExportId::kHue || id == ExportId::kSaturation;
+    return id == ExportId::kHue || id == ExportId::kSaturation || id == ExportId::kIntensityDetect ||
+           id == ExportId::kLocalHistoEqualize;
   }
+  ParamBytes Params(uint32_t flags, BITMAPHANDLE* bitmap) const { return MakeParams(Info(), flags, bitmap); }
 };
 
 TEST_P(EveryExport, ReadinessComesBeforeAnyLookAtTheStructure) {
@@ -72,12 +82,13 @@ TEST_P(EveryExport, NullAndUnmappedStructuresAreInvalid) {
 
 TEST_P(EveryExport, SizeMustMatchExactlyAndIsCheckedBeforeTheBitmap) {
   BITMAPHANDLE unallocated = Bitmap(0);
-  for (uint32_t size : {0u, 47u, 49u, 0xFFFFFFFFu}) {
+  const uint32_t expected = Info().expectedSize;
+  for (uint32_t size : {0u, expected - 1, expected + 1, 0xFFFFFFFFu}) {
     auto p = Params(0, nullptr);
-    p.uStructSize = size;
+    p.SetSize(size);
     EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_ERROR_INVALID_STRUCT_SIZE) << size;
-    p.uDlgFlags = QVDLG_SHOW_PREVIEW | QVDLG_AUTO_PROCESS;
-    p.pBitmap = &unallocated;
+    p = Params(QVDLG_SHOW_PREVIEW | QVDLG_AUTO_PROCESS, &unallocated);
+    p.SetSize(size);
     EXPECT_EQ(CheckExportArguments(Info(), 1, &p), QV_ERROR_INVALID_STRUCT_SIZE) << "with a bad bitmap, " << size;
   }
 }
@@ -116,17 +127,38 @@ TEST_P(EveryExport, FlagsThatDemandABitmapRefuseMissingOrSignedOnes) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(SingleValueExports, EveryExport, ::testing::Range(0, kExportCount),
+INSTANTIATE_TEST_SUITE_P(DialogExports, EveryExport, ::testing::Range(0, kExportCount),
                          [](const ::testing::TestParamInfo<int>& info) {
                            return std::string(ExportInfoOf(static_cast<ExportId>(info.param)).name + 2);
                          });
 
 TEST(ExportTable, RowsMatchTheStructuresTheyCheck) {
-  for (int i = 0; i < kExportCount; ++i) {
-    const ExportInfo& info = ExportInfoOf(static_cast<ExportId>(i));
-    EXPECT_EQ(info.expectedSize, sizeof(QVBRIGHTNESSDLGPARAMS)) << info.name;
-    EXPECT_EQ(info.flagsOffset, offsetof(QVBRIGHTNESSDLGPARAMS, uDlgFlags)) << info.name;
-    EXPECT_EQ(info.expectedSize, info.flagsOffset + 28) << info.name;
+  struct Row {
+    ExportId id;
+    size_t size;
+    size_t flagsOffset;
+  };
+  constexpr size_t kSingle = sizeof(QVBRIGHTNESSDLGPARAMS);
+  constexpr size_t kSingleFlags = offsetof(QVBRIGHTNESSDLGPARAMS, uDlgFlags);
+  const Row rows[] = {
+      {ExportId::kBrightness, kSingle, kSingleFlags},
+      {ExportId::kContrast, kSingle, kSingleFlags},
+      {ExportId::kHue, kSingle, kSingleFlags},
+      {ExportId::kSaturation, kSingle, kSingleFlags},
+      {ExportId::kHistoContrast, kSingle, kSingleFlags},
+      {ExportId::kPosterize, kSingle, kSingleFlags},
+      {ExportId::kSolarize, kSingle, kSingleFlags},
+      {ExportId::kIntensityDetect, sizeof(QVINTENSITYDETECTDLGPARAMS), offsetof(QVINTENSITYDETECTDLGPARAMS, uDlgFlags)},
+      {ExportId::kLocalHistoEqualize, sizeof(QVLOCALHISTOEQUALIZEDLGPARAMS),
+       offsetof(QVLOCALHISTOEQUALIZEDLGPARAMS, uDlgFlags)},
+  };
+  ASSERT_EQ(std::size(rows), static_cast<size_t>(kExportCount)) << "every export has its row here";
+  for (const Row& row : rows) {
+    const ExportInfo& info = ExportInfoOf(row.id);
+    EXPECT_EQ(info.expectedSize, row.size) << info.name;
+    EXPECT_EQ(info.probedSize, row.size) << info.name;
+    EXPECT_EQ(info.flagsOffset, row.flagsOffset) << info.name;
+    EXPECT_EQ(info.expectedSize, info.flagsOffset + 28) << info.name << ": the flags come before the common tail";
   }
 }
 

@@ -207,7 +207,7 @@ TEST_F(DemoTour, CancelLeavesPictureAndStructureUntouched) {
       EXPECT_TRUE(outcome.values.empty());
       EXPECT_TRUE(picture.Bytes() == m_chart.Bytes()) << "Cancel changed the picture";
       ParamBlock expected;
-      const int startValue = e->control == TourControl::Trackbar ? e->neutralValue : e->tourValue;
+      const int startValue = e->control == TourControl::None ? e->tourValue : e->neutralValue;
       e->fill(expected, picture.Get(), kPreviewFlags | (outcome.autoProcessed ? QVDLG_AUTO_PROCESS : 0u), startValue);
       EXPECT_TRUE(outcome.params.SameBytes(expected)) << "Cancel wrote into the structure";
     }

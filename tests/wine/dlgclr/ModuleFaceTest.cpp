@@ -35,13 +35,14 @@ std::vector<std::string> ExportedNames(HMODULE module) {
   return names;
 }
 
-TEST(DialogLibraryFace, ExportsTheSingleValueDialogsByPlainNames) {
+TEST(DialogLibraryFace, ExportsTheDialogsByPlainNames) {
   HMODULE module = LoadLibraryW(L"Qvdlgclrx.dll");
   ASSERT_NE(module, nullptr);
   std::vector<std::string> names = ExportedNames(module);
   std::sort(names.begin(), names.end());
   const std::vector<std::string> expected{"Q_DlgBrightness", "Q_DlgContrast",   "Q_DlgHistoContrast", "Q_DlgHue",
-                                          "Q_DlgPosterize",  "Q_DlgSaturation", "Q_DlgSolarize"};
+                                          "Q_DlgPosterize",  "Q_DlgSaturation", "Q_DlgSolarize",
+                                          "Q_DlgIntensityDetect", "Q_DlgLocalHistoEqualize"};
   for (const std::string& name : expected) {
     EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name << " is not exported";
     EXPECT_NE(GetProcAddress(module, name.c_str()), nullptr) << name;

@@ -156,4 +156,18 @@ bool ShowsColor(const Image& image, COLORREF color, double share) {
   return image.ShareNear(c, 3) >= share;
 }
 
+bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors) {
+  const auto pixels = v.Pixels(paneId);
+  if (!pixels || pixels->Empty()) return false;
+  for (COLORREF c : colors)
+    if (!ShowsColor(*pixels, c, 0.05)) return false;
+  return true;
+}
+
+std::vector<COLORREF> StripeColors(const TestBitmap& bitmap) {
+  std::vector<COLORREF> colors;
+  for (int x : StripeCentres()) colors.push_back(bitmap.ColorAt(x, kStripedHeight / 2));
+  return colors;
+}
+
 }  // namespace qv::test

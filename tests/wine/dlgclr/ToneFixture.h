@@ -103,6 +103,13 @@ std::wstring KernelString(unsigned id);
 // True when `image` holds at least `share` of pixels within 3 of `color` on every channel.
 bool ShowsColor(const Image& image, COLORREF color, double share);
 
+// Every stripe's color fills a fair share of the pane (its area shrinks with the reduction to the pane and
+// its edges blend, so the share asked for is well below the stripe's width).
+bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors);
+
+// The colors at the stripes' centres of a 24-bit bitmap.
+std::vector<COLORREF> StripeColors(const TestBitmap& bitmap);
+
 }  // namespace qv::test
 
 #endif

@@ -29,22 +29,12 @@ Expected ExpectedAfter(const ToneExport& e, const TestBitmap& source, int value)
   int code = 0;
   ApplyOperation(e, source, value, result, &code);
   Expected expected;
-  for (int x : StripeCentres()) expected.colors.push_back(result.ColorAt(x, kStripedHeight / 2));
+  expected.colors = StripeColors(result);
   expected.pixels = result.Pixels();
   return expected;
 }
 
 std::wstring Wide(const char* text) { return std::wstring(text, text + std::strlen(text)); }
-
-// Every stripe's color fills a fair share of the pane (its area shrinks with the reduction to the pane and
-// its edges blend, so the share asked for is well below the stripe's width).
-bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors) {
-  const auto pixels = v.Pixels(paneId);
-  if (!pixels || pixels->Empty()) return false;
-  for (COLORREF c : colors)
-    if (!ShowsColor(*pixels, c, 0.05)) return false;
-  return true;
-}
 
 int SecondValue(const ToneExport& e) {
   if (e.minimum < 0) return e.previewValue == -700 ? 700 : -e.previewValue;

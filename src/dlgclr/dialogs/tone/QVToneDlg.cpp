@@ -5,23 +5,13 @@
 
 #include "Address.h"
 #include "DataExchange.h"
+#include "KernelStrings.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
 #include "ToneEffects.h"
 #include "ToneRules.h"
 #include "qv/qvdlgclr.h"
 #include "qv/qvkrn.h"
-
-namespace {
-
-// Kernel string ids shared by every dialog.
-constexpr unsigned kStringOk = 0;
-constexpr unsigned kStringCancel = 1;
-constexpr unsigned kStringHelp = 2;
-constexpr unsigned kStringBefore = 3;
-constexpr unsigned kStringAfter = 4;
-
-}  // namespace
 
 CQVToneDlg::CQVToneDlg(qvdlg::ToneEffect effect, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
     : CQVBeforeAfterDlg(qvdlg::ToneMemberOf(effect).templateId, parent, bitmap,
@@ -83,11 +73,11 @@ BOOL CQVToneDlg::OnInitDialog() {
 void CQVToneDlg::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
   SetWindowText(GetDlgString(m_member.titleString).c_str());
-  SetDlgItemText(IDOK, GetDlgString(kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(kStringHelp).c_str());
-  SetDlgItemText(m_member.afterLabelId, GetDlgString(kStringAfter).c_str());
-  SetDlgItemText(m_member.beforeLabelId, GetDlgString(kStringBefore).c_str());
+  SetDlgItemText(IDOK, GetDlgString(qvdlg::kStringOk).c_str());
+  SetDlgItemText(IDCANCEL, GetDlgString(qvdlg::kStringCancel).c_str());
+  SetDlgItemText(kHelpButtonId, GetDlgString(qvdlg::kStringHelp).c_str());
+  SetDlgItemText(m_member.afterLabelId, GetDlgString(qvdlg::kStringAfter).c_str());
+  SetDlgItemText(m_member.beforeLabelId, GetDlgString(qvdlg::kStringBefore).c_str());
   SetDlgItemText(m_member.groupId, GetDlgString(m_member.groupString).c_str());
 }
 
