@@ -1,6 +1,6 @@
 // The value rules of the intensity detect dialog: the range both bounds share for each kind of bitmap, the
-// caller's bounds against it (taken unsigned, the minimum replacing what lies outside), the caller's channel
-// bits being dropped, the channel bits the mode and boxes make, and the panes' and colour buttons' settings.
+// caller's bounds against it (taken unsigned, the minimum replacing what lies outside) and the channel bits the
+// mode and boxes make.
 #include <gtest/gtest.h>
 
 #include "IntensityDetectRules.h"
@@ -52,10 +52,7 @@ TEST(IntensityBounds, InsideIsTakenOutsideBecomesTheMinimumAndNothingTiesLowToHi
   EXPECT_EQ(TakeIntensityBound(10, kIntensityStartRange), 10);
 }
 
-TEST(IntensityChannels, CallerBitsAreDroppedAndModeAndBoxesMakeTheBits) {
-  for (uint32_t raw : {0u, kIntensityGreen, kIntensityRed | kIntensityBlue, 0xFFFFFFFFu})
-    EXPECT_EQ(TakeCallerChannel(raw), 0u) << raw;
-
+TEST(IntensityChannels, ModeAndBoxesMakeTheBits) {
   struct Case {
     uintptr_t mode;
     uint32_t bits;
@@ -77,28 +74,6 @@ TEST(IntensityChannels, CallerBitsAreDroppedAndModeAndBoxesMakeTheBits) {
   EXPECT_EQ(WithChannelBit(0x101, kIntensityGreen, true), 0x111u);
   EXPECT_EQ(WithChannelBit(0x111, kIntensityRed, false), 0x110u);
   EXPECT_EQ(WithChannelBit(0x110, kIntensityRed, false), 0x110u);
-  EXPECT_EQ(ChannelModeIndex(0), 0);
-  EXPECT_EQ(ChannelModeIndex(kIntensityBlue), 1);
-}
-
-TEST(IntensityDisplay, PaletteImagesGetRegionParamZeroAndOfferTheirOwnPalette) {
-  struct Case {
-    bool readable, allocated;
-    int bitsPerPixel;
-    int expected;
-  };
-  const Case cases[] = {
-      {true, true, 1, 0},  {true, true, 8, 0},   {true, true, 0, 1},  {true, true, 9, 1},
-      {true, true, 24, 1}, {true, false, 8, 1}, {false, true, 8, 1},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(ViewRegionParam(c.readable, c.allocated, c.bitsPerPixel), c.expected) << c.bitsPerPixel;
-
-  EXPECT_TRUE(OffersOwnPalette(8, QV_ORDER_BGR));
-  EXPECT_TRUE(OffersOwnPalette(12, QV_ORDER_GRAY));
-  EXPECT_TRUE(OffersOwnPalette(16, QV_ORDER_GRAY));
-  EXPECT_FALSE(OffersOwnPalette(16, QV_ORDER_BGR));
-  EXPECT_FALSE(OffersOwnPalette(24, QV_ORDER_BGR));
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <functional>
 
 #include "ToneFixture.h"
 #include "qv/qvimgops.h"
@@ -21,6 +22,25 @@
 
 namespace qv::test {
 namespace {
+
+// Ends the script with OK or Cancel and runs the call; renders of the full-size neighbourhood effect get time.
+RunResult Close(Script& script, bool ok, const std::function<int()>& call) {
+  if (ok)
+    script.ClickOk();
+  else
+    script.ClickCancel();
+  RunOptions options;
+  options.stepWaitMs = 8000;
+  return DialogDriver().Run(call, script, options);
+}
+
+template <class Params>
+void ExpectCancelled(const RunResult& result, const Params& params, const Params& before, const TestBitmap& caller,
+                     const std::vector<unsigned char>& pixels) {
+  EXPECT_EQ(result.returnValue, QV_DLG_CANCEL);
+  EXPECT_EQ(std::memcmp(&params, &before, sizeof params), 0) << "Cancel wrote into the structure";
+  EXPECT_TRUE(caller.Pixels() == pixels) << "Cancel changed the bitmap";
+}
 
 struct DetectValues {
   unsigned low, high;
@@ -114,14 +134,7 @@ TEST(IntensityDetectDialog, OpensInTheIntensityModeFollowsEveryControlAndOkOrCan
                    [&](const DialogView& v) { return PaneShows(v, kAfterViewId, redColors); })
         .Expect("the before pane is unchanged",
                 [&](const DialogView& v) { return PaneShows(v, kBeforeViewId, original); });
-    if (ok)
-      script.ClickOk();
-    else
-      script.ClickCancel();
-    DialogDriver driver;
-    RunOptions options;
-    options.stepWaitMs = 8000;
-    const RunResult result = driver.Run([&] { return Q_DlgIntensityDetect(owner.Handle(), &params); }, script, options);
+    const RunResult result = Close(script, ok, [&] { return Q_DlgIntensityDetect(owner.Handle(), &params); });
     EXPECT_TRUE(result.Ok()) << result.Report();
     if (ok) {
       EXPECT_EQ(result.returnValue, QV_DLG_OK);
@@ -130,9 +143,7 @@ TEST(IntensityDetectDialog, OpensInTheIntensityModeFollowsEveryControlAndOkOrCan
       EXPECT_EQ(params.uChannel, QV_CHANNEL_RED);
       EXPECT_TRUE(caller.Pixels() == redResult.Pixels()) << "OK must do what the after pane showed";
     } else {
-      EXPECT_EQ(result.returnValue, QV_DLG_CANCEL);
-      EXPECT_EQ(std::memcmp(&params, &before, sizeof params), 0);
-      EXPECT_TRUE(caller.Pixels() == pixels);
+      ExpectCancelled(result, params, before, caller, pixels);
     }
   }
 }
@@ -230,15 +241,8 @@ TEST(LocalHistoEqualizeDialog, PreviewFollowsTheColorSpaceWaitsForApplyWhenAsked
     }
     script.WaitUntil("the after pane shows the gray equalization",
                      [&](const DialogView& v) { return PaneShows(v, kAfterViewId, grayColors); });
-    if (run.ok)
-      script.ClickOk();
-    else
-      script.ClickCancel();
-    DialogDriver driver;
-    RunOptions options;
-    options.stepWaitMs = 8000;
     const RunResult result =
-        driver.Run([&] { return Q_DlgLocalHistoEqualize(owner.Handle(), &params); }, script, options);
+        Close(script, run.ok, [&] { return Q_DlgLocalHistoEqualize(owner.Handle(), &params); });
     EXPECT_TRUE(result.Ok()) << result.Report();
     if (run.ok) {
       EXPECT_EQ(result.returnValue, QV_DLG_OK);
@@ -248,9 +252,7 @@ TEST(LocalHistoEqualizeDialog, PreviewFollowsTheColorSpaceWaitsForApplyWhenAsked
       EXPECT_EQ(params.uSmooth, 4u);
       EXPECT_TRUE(caller.Pixels() == grayResult.Pixels()) << "OK must do what the after pane showed";
     } else {
-      EXPECT_EQ(result.returnValue, QV_DLG_CANCEL);
-      EXPECT_EQ(std::memcmp(&params, &before, sizeof params), 0);
-      EXPECT_TRUE(caller.Pixels() == pixels);
+      ExpectCancelled(result, params, before, caller, pixels);
     }
   }
 }

@@ -5,6 +5,7 @@
 
 #include "Address.h"
 #include "DataExchange.h"
+#include "DialogTexts.h"
 #include "IntensityDetectRules.h"
 #include "KernelStrings.h"
 #include "PreviewFlags.h"
@@ -27,7 +28,7 @@ constexpr UINT kBoundTextLimit = 4;
 constexpr uint32_t kRegionMode = 7;
 
 // Label and group texts: control id, then string id.
-constexpr std::pair<int, unsigned> kTexts[] = {
+constexpr qvdlg::TextId kTexts[] = {
     {IDC_INTENSITY_AFTER, qvdlg::kStringAfter},  {IDC_INTENSITY_BEFORE, qvdlg::kStringBefore},
     {IDC_INTENSITY_LOW_GROUP, 1202},             {IDC_INTENSITY_HIGH_GROUP, 1203},
     {IDC_INTENSITY_CHANNEL_LABEL, 1204},         {IDC_INTENSITY_IN_LABEL, 1205},
@@ -157,11 +158,7 @@ void CQVIntensityDetectDlg::InitPickerPalettes() {
 
 void CQVIntensityDetectDlg::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
-  SetWindowText(GetDlgString(kStringTitle).c_str());
-  SetDlgItemText(IDOK, GetDlgString(qvdlg::kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(qvdlg::kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(qvdlg::kStringHelp).c_str());
-  for (const auto& [id, string] : kTexts) SetDlgItemText(id, GetDlgString(string).c_str());
+  qvdlg::SetDialogTexts(*this, kStringTitle, kTexts);
   m_channelMode.ResetContent();
   m_channelMode.SetItemData(m_channelMode.AddString(GetDlgString(kStringIntensityMode).c_str()), 0);
   m_channelMode.SetItemData(m_channelMode.AddString(GetDlgString(kStringChannelMode).c_str()), 1);

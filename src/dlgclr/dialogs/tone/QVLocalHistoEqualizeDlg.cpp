@@ -6,6 +6,7 @@
 
 #include "Address.h"
 #include "DataExchange.h"
+#include "DialogTexts.h"
 #include "KernelStrings.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
@@ -19,7 +20,7 @@ constexpr unsigned kDialogId = 78;
 constexpr unsigned kStringTitle = 477;
 constexpr unsigned kStringApply = 4548;
 
-constexpr std::pair<int, unsigned> kTexts[] = {
+constexpr qvdlg::TextId kTexts[] = {
     {IDC_LOCALHISTO_AFTER, qvdlg::kStringAfter}, {IDC_LOCALHISTO_BEFORE, qvdlg::kStringBefore},
     {IDC_LOCALHISTO_WIDTH_LABEL, 478},           {IDC_LOCALHISTO_HEIGHT_LABEL, 479},
     {IDC_LOCALHISTO_SMOOTH_LABEL, 480},          {IDC_LOCALHISTO_XEXT_LABEL, 481},
@@ -148,11 +149,7 @@ void CQVLocalHistoEqualizeDlg::FillColorSpaces() {
 
 void CQVLocalHistoEqualizeDlg::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
-  SetWindowText(GetDlgString(kStringTitle).c_str());
-  SetDlgItemText(IDOK, GetDlgString(qvdlg::kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(qvdlg::kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(qvdlg::kStringHelp).c_str());
-  for (const auto& [id, string] : kTexts) SetDlgItemText(id, GetDlgString(string).c_str());
+  qvdlg::SetDialogTexts(*this, kStringTitle, kTexts);
 }
 
 void CQVLocalHistoEqualizeDlg::DoDataExchange(qvfw::CDataExchange* pDX) {

@@ -5,6 +5,7 @@
 
 #include "Address.h"
 #include "DataExchange.h"
+#include "DialogTexts.h"
 #include "KernelStrings.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
@@ -72,13 +73,10 @@ BOOL CQVToneDlg::OnInitDialog() {
 
 void CQVToneDlg::SetDialogStrings() {
   CQVBeforeAfterDlg::SetDialogStrings();
-  SetWindowText(GetDlgString(m_member.titleString).c_str());
-  SetDlgItemText(IDOK, GetDlgString(qvdlg::kStringOk).c_str());
-  SetDlgItemText(IDCANCEL, GetDlgString(qvdlg::kStringCancel).c_str());
-  SetDlgItemText(kHelpButtonId, GetDlgString(qvdlg::kStringHelp).c_str());
-  SetDlgItemText(m_member.afterLabelId, GetDlgString(qvdlg::kStringAfter).c_str());
-  SetDlgItemText(m_member.beforeLabelId, GetDlgString(qvdlg::kStringBefore).c_str());
-  SetDlgItemText(m_member.groupId, GetDlgString(m_member.groupString).c_str());
+  const qvdlg::TextId texts[] = {{m_member.afterLabelId, qvdlg::kStringAfter},
+                                 {m_member.beforeLabelId, qvdlg::kStringBefore},
+                                 {m_member.groupId, m_member.groupString}};
+  qvdlg::SetDialogTexts(*this, m_member.titleString, texts);
 }
 
 void CQVToneDlg::DoDataExchange(qvfw::CDataExchange* pDX) {
