@@ -22,7 +22,8 @@ namespace qvdemo {
 enum class ImageKind { Photo, Gray16, None };
 
 // How the tour moves the main control; None leaves the interesting value in the structure instead.
-enum class TourControl { None, Trackbar };
+// Trackbar: the tour drags it to the tour value; ListEntry: it picks the list entry of that index.
+enum class TourControl { None, Trackbar, ListEntry };
 
 struct DialogEntry {
   const char* exportName;

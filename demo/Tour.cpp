@@ -113,6 +113,11 @@ Script TourScript(const DialogEntry& entry, const std::wstring& screenshotPath, 
     const int value = entry.tourValue;
     script.Do("move the main control to " + std::to_string(value),
               [id, value](StepContext& c) { c.Require(c.View().SetTrackbar(id, value)); });
+  } else if (entry.control == TourControl::ListEntry) {
+    const int id = entry.mainControlId;
+    const int index = entry.tourValue;
+    script.Do("pick entry " + std::to_string(index) + " of the main list",
+              [id, index](StepContext& c) { c.Require(c.View().SelectComboIndex(id, index)); });
   }
   // A counter shared by the step's retries: the preview redraws over the next few ticks.
   auto ticks = std::make_shared<int>(0);
@@ -135,7 +140,7 @@ Script TourScript(const DialogEntry& entry, const std::wstring& screenshotPath, 
 DialogOutcome DriveDialog(const DialogEntry& entry, DialogCall call, HWND owner, BITMAPHANDLE* bitmap, ApplyMode mode,
                           const std::wstring& screenshotPath, bool pressOk, std::vector<std::string>* failures) {
   const Script script = TourScript(entry, screenshotPath, pressOk);
-  const int startValue = entry.control == TourControl::Trackbar ? entry.neutralValue : entry.tourValue;
+  const int startValue = entry.control == TourControl::None ? entry.tourValue : entry.neutralValue;
   qv::test::RunResult run;
   auto invoker = [&](const std::function<int()>& makeCall) {
     run = qv::test::DialogDriver().Run(makeCall, script);
