@@ -122,6 +122,11 @@ void FillLocalHisto(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, in
   params.Store(p);
 }
 
+int ApplyLocalHisto(ParamBlock& params, BITMAPHANDLE* bitmap) {
+  const auto p = params.Load<QVLOCALHISTOEQUALIZEDLGPARAMS>();
+  return Q_LocalHistoEqualizeBitmap(bitmap, p.nWidth, p.nHeight, p.nXExt, p.nYExt, p.uColorSpace, p.uSmooth, 0);
+}
+
 std::wstring DescribeLocalHisto(ParamBlock& params) {
   const auto p = params.Load<QVLOCALHISTOEQUALIZEDLGPARAMS>();
   return Format(L"tile %d x %d, extension %d, %d, uColorSpace = %u, uSmooth = %u", static_cast<int>(p.nWidth),
@@ -397,8 +402,8 @@ const std::vector<DialogEntry>& DialogCatalog() {
        T::None, 0},
       {"Q_DlgIntensityDetect", L"&Intensity detect...", I::Photo, FillIntensityDetect, ApplyIntensityDetect,
        nullptr, DescribeIntensityDetect, 0, 140, T::Trackbar, 7801},
-      {"Q_DlgLocalHistoEqualize", L"Local histogram &equalization...", I::Photo, FillLocalHisto, nullptr, nullptr,
-       DescribeLocalHisto, 64, 48, T::None, 0},
+      {"Q_DlgLocalHistoEqualize", L"Local histogram &equalization...", I::Photo, FillLocalHisto, ApplyLocalHisto,
+       nullptr, DescribeLocalHisto, 64, 2, T::ListEntry, 8512},
       {"Q_DlgGrayScale", L"Gray sc&ale...", I::Photo, FillGrayScale, ApplyGrayScale, nullptr, DescribeGrayScale, 0,
        2, T::MarkerSlider, 7002},
       {"Q_DlgColoredGray", L"Colored g&ray...", I::Photo, FillColoredGray, ApplyColoredGray, nullptr,

@@ -24,8 +24,9 @@ enum class ImageKind { Photo, Gray16, None };
 // How the tour moves the main control; None leaves the interesting value in the structure instead.
 // Trackbar sets a track bar to the tour value; ValueCombo picks the tour value from a value combo's list;
 // MarkerSlider focuses a multi-marker slider (its first marker) and presses Page Down as often as the tour
-// value says (Page Up for a negative one), each press a tenth of the slider's range, as a user would.
-enum class TourControl { None, Trackbar, ValueCombo, MarkerSlider };
+// value says (Page Up for a negative one), each press a tenth of the slider's range, as a user would;
+// ListEntry picks the entry of the tour value's index in a combo's list.
+enum class TourControl { None, Trackbar, ValueCombo, MarkerSlider, ListEntry };
 
 struct DialogEntry {
   const char* exportName;

@@ -125,6 +125,9 @@ Script TourScript(const DialogEntry& entry, const std::wstring& screenshotPath, 
     script.Do("page the main control's first marker " + std::to_string(value) + " times", [id, value](StepContext& c) {
       for (int i = 0; i < std::abs(value); ++i) c.Require(c.View().PressKey(id, value > 0 ? VK_NEXT : VK_PRIOR));
     });
+  } else if (entry.control == TourControl::ListEntry) {
+    script.Do("pick entry " + std::to_string(value) + " of the main list",
+              [id, value](StepContext& c) { c.Require(c.View().SelectComboIndex(id, value)); });
   }
   // A counter shared by the step's retries: the preview redraws over the next few ticks.
   auto ticks = std::make_shared<int>(0);

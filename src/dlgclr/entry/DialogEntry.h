@@ -2,7 +2,8 @@
 // table, its dialog class and its structure. The sequence: switch the module state (a scope object, restored
 // on every way out), the argument checks in their fixed order (readiness, structure, size, demanded bitmap),
 // the owner's window object, the dialog on this stack with the caller's bitmap, the help callback, its user
-// data and the position point, the copy-in, the modal run, and on OK the copy-out. Cancel writes nothing.
+// data and the position point, the copy-in, the export's own preparation (local histogram equalization shows
+// its Apply button there), the modal run, and on OK the copy-out. Cancel writes nothing.
 //
 // A dialog class offers: a constructor (parent, bitmap, reserved word), CopyIn(const Params&) and
 // CopyOut(Params&) returning QV_SUCCESS or a code passed through unchanged, and the base dialog's help and
@@ -31,8 +32,14 @@ inline BITMAPHANDLE* BitmapForDialog(BITMAPHANDLE* bitmap) {
   return qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false) ? bitmap : nullptr;
 }
 
-template <class Dialog, class Params>
-int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params) {
+// What an export does to its dialog between the copy-in and the modal run; most do nothing.
+struct NoPreparation {
+  template <class Dialog, class Params>
+  void operator()(Dialog&, const Params&) const {}
+};
+
+template <class Dialog, class Params, class Prepare>
+int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params, const Prepare& prepare) {
   const int checked = CheckExportArguments(info, Q_DlgIsReady(), params);
   if (checked != QV_SUCCESS) return checked;
 
@@ -46,6 +53,7 @@ int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params) {
 
   const int copiedIn = dialog.CopyIn(*params);
   if (copiedIn != QV_SUCCESS) return copiedIn;
+  prepare(dialog, *params);
 
   const INT_PTR modal = dialog.DoModal();
   if (modal == IDCANCEL) return QV_DLG_CANCEL;
@@ -55,12 +63,12 @@ int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params) {
   return copiedOut == QV_SUCCESS ? QV_DLG_OK : copiedOut;
 }
 
-template <class Dialog, class Params>
-int RunDialogExport(ExportId id, HWND owner, Params* params) noexcept {
+template <class Dialog, class Params, class Prepare = NoPreparation>
+int RunDialogExport(ExportId id, HWND owner, Params* params, const Prepare& prepare = {}) noexcept {
   const ExportInfo& info = ExportInfoOf(id);
   CModuleStateScope moduleState(info.name);
   try {
-    return RunDialogSteps<Dialog>(info, owner, params);
+    return RunDialogSteps<Dialog>(info, owner, params, prepare);
   } catch (const std::bad_alloc&) {
     return QV_ERROR_NO_MEMORY;
   } catch (...) {

@@ -21,6 +21,8 @@ constexpr ExportInfo kExports[kExportCount] = {
   {"Q_DlgBalanceColors",  128, 128,  100,  true,  true,  IDD_QV_BALANCECOLORS, 79},
   {"Q_DlgGrayScale",      56,  56,   28,   true,  true,  IDD_QV_GRAYSCALE,     73},
   {"Q_DlgColoredGray",    68,  68,   40,   true,  true,  IDD_QV_COLOREDGRAY,   74},
+  {"Q_DlgIntensityDetect", 64, 64,   36,   true,  true,  IDD_QV_INTENSITYDETECT, 5},
+  {"Q_DlgLocalHistoEqualize", 68, 68, 40,   true,  true,  IDD_QV_LOCALHISTO,    78},
 };
 // clang-format on
 

@@ -30,9 +30,11 @@ enum class ExportId {
   kBalanceColors,
   kGrayScale,
   kColoredGray,
+  kIntensityDetect,
+  kLocalHistoEqualize,
 };
 
-constexpr int kExportCount = 10;
+constexpr int kExportCount = 12;
 
 const ExportInfo& ExportInfoOf(ExportId id);
 

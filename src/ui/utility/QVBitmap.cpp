@@ -242,3 +242,8 @@ int CQVBitmap::ColorRes(int bitsPerPixel, unsigned long flags, HPALETTE palette,
 int CQVBitmap::HalfTone(unsigned type, int angle, unsigned dimension, HBITMAPLIST patterns) {
   return Usable() ? Keep(Q_HalfToneBitmap(GetHandle(), type, angle, dimension, patterns, 0)) : 0;
 }
+
+int CQVBitmap::LocalHistoEqualize(int width, int height, int xExt, int yExt, unsigned colorSpace, unsigned smooth) {
+  if (!Usable()) return 0;
+  return Keep(Q_LocalHistoEqualizeBitmap(GetHandle(), width, height, xExt, yExt, colorSpace, smooth, 0));
+}

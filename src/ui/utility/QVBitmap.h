@@ -89,6 +89,7 @@ class CQVBitmap {
   // Halftones to 1 bit per pixel: type, angle in hundredths of a degree, cell
   // dimension, and for the user-pattern type the pattern list.
   int HalfTone(unsigned type, int angle, unsigned dimension, HBITMAPLIST patterns);
+  int LocalHistoEqualize(int width, int height, int xExt, int yExt, unsigned colorSpace, unsigned smooth);
   int LastResult() const { return m_lastResult; }
 
  private:

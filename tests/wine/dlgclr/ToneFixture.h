@@ -105,6 +105,13 @@ bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& col
 // The colors at the stripes' centres, in the order of StripeCentres().
 std::vector<COLORREF> StripeColors(const TestBitmap& bitmap);
 
+// Every stripe's color fills a fair share of the pane (its area shrinks with the reduction to the pane and
+// its edges blend, so the share asked for is well below the stripe's width).
+bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& colors);
+
+// The colors at the stripes' centres of a 24-bit bitmap.
+std::vector<COLORREF> StripeColors(const TestBitmap& bitmap);
+
 }  // namespace qv::test
 
 #endif
