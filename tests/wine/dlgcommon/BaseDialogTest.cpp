@@ -107,25 +107,6 @@ TEST(BaseDialog, ThePositionPointPlacesTheDialogAndIsProcessWide) {
   CQVBaseDialog::SetPositionPoint(previous);
 }
 
-TEST(BaseDialog, KernelStringsAndTheirOverridesReachTheDialogAndAMissingOneKeepsTheText) {
-  EXPECT_FALSE(CQVBaseDialog::GetDlgString(0).empty()) << "the kernel has a text for OK";
-  EXPECT_TRUE(CQVBaseDialog::GetDlgString(0xFFFFFF).empty());
-  ASSERT_EQ(Q_DlgSetString(0, L"Agreed"), QV_SUCCESS);
-  // -1: only the base sets OK's text; 0xFFFFFF: an id the kernel lacks leaves that text alone.
-  for (int okStringId : {-1, 0xFFFFFF}) {
-    CPreviewTestDialog dialog(nullptr);
-    dialog.okStringId = okStringId;
-    std::wstring okText;
-    Script script;
-    script.Do("read OK", [&](StepContext& c) { okText = c.View().Text(IDOK).value_or(L"<none>"); }).ClickCancel();
-    const auto result = Drive(dialog, script);
-    EXPECT_TRUE(result.Ok()) << result.Report();
-    EXPECT_EQ(okText, L"Agreed") << okStringId;
-  }
-  Q_DlgSetString(0, nullptr);
-  EXPECT_NE(CQVBaseDialog::GetDlgString(0), L"Agreed") << "removing the override restores the built-in text";
-}
-
 TEST(BaseDialog, AutoFitWidensALongLabelAndMovesItsRowButNeverShrinks) {
   CPreviewTestDialog dialog(nullptr);
   RECT label{}, slider{}, edit{}, cancel{}, frame{};

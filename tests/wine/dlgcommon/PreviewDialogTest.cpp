@@ -323,29 +323,6 @@ TEST(BeforeAfterPreview, ProcessingOffRendersNothingAndEndingMakesTheWaitingRend
   }
 }
 
-TEST(BeforeAfterPreview, ABitmapTheKernelRefusesIsNeverRead) {
-  // Claims to be allocated, but its pixel pointer is no kernel memory.
-  BITMAPHANDLE forged{};
-  forged.uStructSize = sizeof forged;
-  forged.uFlags = QV_BMF_ALLOCATED;
-  forged.pData = reinterpret_cast<uint8_t*>(0x10);
-  forged.nWidth = 5000;
-  forged.nHeight = 4000;
-  forged.nBitsPerPixel = 24;
-  forged.nBytesPerLine = 15000;
-  CPreviewTestDialog dialog(&forged);
-  Script script;
-  script.Do("change the level", [&](StepContext&) { dialog.SetLevel(100); })
-      .Do("let posted messages run", [](StepContext&) {})
-      .Expect("nothing was rendered", [&](const DialogView&) {
-        return dialog.EffectRuns() == 0 && dialog.GetDisplaySource() == nullptr;
-      })
-      .ClickCancel();
-  const auto result = Drive(dialog, script);
-  EXPECT_TRUE(result.Ok()) << result.Report();
-  EXPECT_EQ(result.returnValue, IDCANCEL);
-}
-
 TEST(BeforeAfterPreview, NeighbourhoodEffectsRunAtFullResolutionBeforeReduction) {
   // Solarize is pointwise, so running it before or after the reduction
   // differs only through the averaging: a checkerboard of 0 and 255 under a

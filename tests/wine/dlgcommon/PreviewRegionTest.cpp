@@ -147,9 +147,7 @@ std::wstring ButtonText(HWND toolbar, int command) {
 
 TEST(PreviewRegion, TipsAndTheOutOfDateNoteAreTheKernelsTextsAndFollowAnOverride) {
   const std::wstring fitBuiltIn = CQVBaseDialog::GetDlgString(QVDLGSTR_PREVIEW_ZOOM_FIT);
-  const std::wstring staleBuiltIn = CQVBaseDialog::GetDlgString(QVDLGSTR_PREVIEW_OUT_OF_DATE);
   ASSERT_FALSE(fitBuiltIn.empty());
-  ASSERT_FALSE(staleBuiltIn.empty());
   const wchar_t kStale[] = L"Host says: not current, Apply";
   const wchar_t kReset[] = L"Host says: start over";
   TestBitmap photo(320, 240, 24, QV_ORDER_BGR);
@@ -175,17 +173,6 @@ TEST(PreviewRegion, TipsAndTheOutOfDateNoteAreTheKernelsTextsAndFollowAnOverride
     const auto result = Drive(dialog, script);
     EXPECT_TRUE(result.Ok()) << result.Report();
   }
-  EXPECT_EQ(CQVBaseDialog::GetDlgString(QVDLGSTR_PREVIEW_OUT_OF_DATE), staleBuiltIn);
-  CPreviewTestDialog dialog(photo.Get());
-  dialog.UseApplyButton(1);
-  Script script;
-  script.WaitUntil("the first preview is rendered", [&](const DialogView&) { return dialog.GetRenderCount() >= 1; })
-      .Do("change the level", [&](StepContext&) { dialog.SetLevel(250); })
-      .Expect("with the override gone the note is the built-in text again",
-              [&](const DialogView&) { return dialog.GetAfterView().GetNote() == staleBuiltIn; })
-      .ClickCancel();
-  const auto result = Drive(dialog, script);
-  EXPECT_TRUE(result.Ok()) << result.Report();
 }
 
 }  // namespace

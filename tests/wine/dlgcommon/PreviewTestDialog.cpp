@@ -18,11 +18,6 @@ BOOL CPreviewTestDialog::OnInitDialog() {
   return TRUE;
 }
 
-void CPreviewTestDialog::SetDialogStrings() {
-  CQVBeforeAfterDlg::SetDialogStrings();
-  if (okStringId >= 0) SetItemString(IDOK, static_cast<unsigned>(okStringId));
-}
-
 void CPreviewTestDialog::DoDataExchange(qvfw::CDataExchange* pDX) {
   CQVBeforeAfterDlg::DoDataExchange(pDX);
   qvfw::DDX_Control(pDX, IDC_TEST_SLIDER, m_slider);

@@ -24,57 +24,49 @@ int Load(const std::wstring& path, OwnedBitmap& b, int bits = 0, unsigned order 
   return Q_LoadBitmap(path.c_str(), b.get(), sizeof(BITMAPHANDLE), bits, order, 0);
 }
 
-TEST(WicFiles, Gray16TiffKeepsItsSamplesThroughLoadAndSave) {
-  const int w = 7, h = 5;
-  std::vector<uint16_t> samples(w * h);
-  for (int i = 0; i < w * h; ++i) samples[i] = static_cast<uint16_t>(i * 1871 + 3);
-  const std::wstring path = qvtest::OutputPath(L"gray16.tif");
-  qvtest::WriteFileBytes(path, qvtest::MakeGray16Tiff(w, h, samples));
-  OwnedBitmap b;
-  ASSERT_EQ(Load(path, b), QV_SUCCESS);
-  EXPECT_EQ(b->nBitsPerPixel, 16);
-  EXPECT_EQ(b->uOrder, QV_ORDER_GRAY);
-  ASSERT_EQ(b->nWidth, w);
-  for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x) ASSERT_EQ(Word(*b, x, y, 0), samples[y * w + x]) << x << "," << y;
-  const std::wstring again = qvtest::OutputPath(L"gray16-saved.tif");
-  ASSERT_EQ(Q_SaveBitmap(again.c_str(), b.get(), QV_FILE_TIFF, 0), QV_SUCCESS);
-  OwnedBitmap back;
-  ASSERT_EQ(Load(again, back), QV_SUCCESS);
-  EXPECT_EQ(back->nBitsPerPixel, 16);
-  for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x) ASSERT_EQ(Word(*back, x, y, 0), samples[y * w + x]) << x << "," << y;
+// The sample of channel `c` at (x, y) as the file holds it, whatever order the bitmap keeps.
+uint16_t Sample(const BITMAPHANDLE& b, int channels, int x, int y, int c) {
+  const bool swapped = channels == 3 && b.uOrder != QV_ORDER_RGB;
+  return Word(b, channels * x, y, swapped ? 2 - c : c);
 }
 
-TEST(WicFiles, Rgb48PngKeepsItsSamplesThroughLoadAndSave) {
-  const int w = 6, h = 4;
-  std::vector<uint16_t> samples(w * h * 3);
-  for (size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<uint16_t>(i * 977 + 11);
-  const std::wstring path = qvtest::OutputPath(L"rgb48.png");
-  qvtest::WriteFileBytes(path, qvtest::MakeRgb48Png(w, h, samples));
-  OwnedBitmap b;
-  ASSERT_EQ(Load(path, b), QV_SUCCESS);
-  EXPECT_EQ(b->nBitsPerPixel, 48);
-  EXPECT_EQ(b->uOrder, QV_ORDER_RGB);
-  for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x)
-      for (int c = 0; c < 3; ++c) ASSERT_EQ(Word(*b, 3 * x, y, c), samples[(y * w + x) * 3 + c]) << x << "," << y;
-  // Saved from BGR order, the file still holds R, G, B.
-  OwnedBitmap bgr;
-  ASSERT_EQ(Load(path, bgr, 0, QV_ORDER_BGR), QV_SUCCESS);
-  EXPECT_EQ(Word(*bgr, 0, 0, 0), samples[2]);
-  const std::wstring again = qvtest::OutputPath(L"rgb48-saved.png");
-  ASSERT_EQ(Q_SaveBitmap(again.c_str(), bgr.get(), QV_FILE_PNG, 0), QV_SUCCESS);
-  OwnedBitmap back;
-  ASSERT_EQ(Load(again, back), QV_SUCCESS);
-  ASSERT_EQ(back->nBitsPerPixel, 48);
-  for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x)
-      for (int c = 0; c < 3; ++c) {
-        const uint16_t want = samples[(y * w + x) * 3 + c];
-        const uint16_t got = back->uOrder == QV_ORDER_RGB ? Word(*back, 3 * x, y, c) : Word(*back, 3 * x, y, 2 - c);
-        ASSERT_EQ(got, want) << x << "," << y << "," << c;
-      }
+// Saved from the order the load was asked for (BGR swaps the channels in memory), the file still holds the
+// samples as they came.
+TEST(WicFiles, DeepSamplesKeepTheirValuesThroughLoadAndSave) {
+  struct Case {
+    const wchar_t* name;
+    int channels;
+    unsigned format, order, loadOrder;
+    std::vector<uint8_t> (*make)(int, int, const std::vector<uint16_t>&);
+  };
+  const Case cases[] = {{L"gray16.tif", 1, QV_FILE_TIFF, QV_ORDER_GRAY, QV_LOAD_KEEP_ORDER, qvtest::MakeGray16Tiff},
+                        {L"rgb48.png", 3, QV_FILE_PNG, QV_ORDER_RGB, QV_ORDER_BGR, qvtest::MakeRgb48Png}};
+  const int w = 7, h = 5;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.channels);
+    std::vector<uint16_t> samples(size_t(w) * h * c.channels);
+    for (size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<uint16_t>(i * 1871 + 3);
+    const std::wstring path = qvtest::OutputPath(c.name);
+    qvtest::WriteFileBytes(path, c.make(w, h, samples));
+    OwnedBitmap b, reordered, back;
+    ASSERT_EQ(Load(path, b), QV_SUCCESS);
+    EXPECT_EQ(b->nBitsPerPixel, 16 * c.channels);
+    EXPECT_EQ(b->uOrder, c.order);
+    ASSERT_EQ(b->nWidth, w);
+    ASSERT_EQ(Load(path, reordered, 0, c.loadOrder), QV_SUCCESS);
+    const std::wstring again = qvtest::OutputPath(std::wstring(L"saved-") + c.name);
+    ASSERT_EQ(Q_SaveBitmap(again.c_str(), reordered.get(), c.format, 0), QV_SUCCESS);
+    ASSERT_EQ(Load(again, back), QV_SUCCESS);
+    ASSERT_EQ(back->nBitsPerPixel, 16 * c.channels);
+    for (int y = 0; y < h; ++y)
+      for (int x = 0; x < w; ++x)
+        for (int ch = 0; ch < c.channels; ++ch) {
+          const uint16_t want = samples[size_t(y * w + x) * c.channels + ch];
+          ASSERT_EQ(Sample(*b, c.channels, x, y, ch), want) << x << "," << y << "," << ch;
+          ASSERT_EQ(Sample(*reordered, c.channels, x, y, ch), want) << x << "," << y << "," << ch;
+          ASSERT_EQ(Sample(*back, c.channels, x, y, ch), want) << x << "," << y << "," << ch;
+        }
+  }
 }
 
 void FillGradient(BITMAPHANDLE& b) {

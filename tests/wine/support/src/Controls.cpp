@@ -169,14 +169,6 @@ std::optional<bool> DialogView::Visible(int id) const {
 
 
 
-std::optional<RECT> DialogView::RectInDialog(int id) const {
-  HWND ctl = Control(id);
-  RECT rect{};
-  if (!ctl || !GetWindowRect(ctl, &rect)) return std::nullopt;
-  MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&rect), 2);
-  return rect;
-}
-
 std::optional<int> DialogView::TrackbarPos(int id) const {
   HWND ctl = Control(id);
   if (!ctl) return std::nullopt;

@@ -62,8 +62,6 @@ class DialogView {
   // --- read-backs of controls
   std::optional<std::wstring> Text(int id) const;
   std::optional<bool> Visible(int id) const;
-  // Relative to the dialog's client area, as a layout check wants it.
-  std::optional<RECT> RectInDialog(int id) const;
   std::optional<int> TrackbarPos(int id) const;
   std::optional<std::pair<int, int>> TrackbarRange(int id) const;
   std::optional<int> ToolbarButtonCount(int id) const;
