@@ -162,6 +162,8 @@ TEST(ExportTable, RowsMatchTheStructuresTheyCheck) {
       RowOf<QVBALANCECOLORSDLGPARAMS>(ExportId::kBalanceColors, true),
       RowOf<QVGRAYSCALEDLGPARAMS>(ExportId::kGrayScale, true),
       RowOf<QVCOLOREDGRAYDLGPARAMS>(ExportId::kColoredGray, true),
+      RowOf<QVINTENSITYDETECTDLGPARAMS>(ExportId::kIntensityDetect, true),
+      RowOf<QVLOCALHISTOEQUALIZEDLGPARAMS>(ExportId::kLocalHistoEqualize, true),
   };
   for (const Row& row : rows) {
     const ExportInfo& info = ExportInfoOf(row.id);

@@ -17,7 +17,7 @@ void CQVGrayFamilyDlg::TakeCommonFields(int32_t zoomToFit, uint32_t flags) {
 
 BOOL CQVGrayFamilyDlg::OnInitDialog() {
   CQVBeforeAfterDlg::OnInitDialog();
-  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits, m_face.beforeLabelId, m_face.afterLabelId);
+  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits);
   CQVGeneral::AutoFitControls(m_hWnd, nullptr, nullptr, 0, 1, nullptr, 0, 0);
   if (!GetHelpCallback()) ShiftOkCancelBtns(0);
   return TRUE;

@@ -121,7 +121,7 @@ BOOL CQVIntensityDetectDlg::OnInitDialog() {
   m_inPicker.SetRGB(m_crIn);
   m_outPicker.SetRGB(m_crOut);
 
-  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits, IDC_INTENSITY_BEFORE, IDC_INTENSITY_AFTER);
+  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits);
   CQVGeneral::AutoFitControls(m_hWnd, nullptr, nullptr, 0, 1, nullptr, 0, 0);
   if (!GetHelpCallback()) ShiftOkCancelBtns(0);
   return TRUE;

@@ -93,8 +93,7 @@ BOOL CQVLocalHistoEqualizeDlg::OnInitDialog() {
   CQVBeforeAfterDlg::OnInitDialog();
   InitCombos();
   FillColorSpaces();
-  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits, IDC_LOCALHISTO_BEFORE,
-                           IDC_LOCALHISTO_AFTER);
+  qvdlg::ApplyPreviewFlags(*this, m_uFlags, qvdlg::kStandardToolbarBits);
   CQVGeneral::AutoFitControls(m_hWnd, nullptr, nullptr, 0, 1, nullptr, 0, 0);
   if (!GetHelpCallback()) ShiftOkCancelBtns(0);
   return TRUE;
