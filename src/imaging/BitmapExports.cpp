@@ -30,7 +30,7 @@ void FillGrayPalette(BITMAPHANDLE* p, int bitsPerPixel) {
 
 // Checks the caller's pointer and size field for a descriptor about to be (re)written.
 int CheckOutDescriptor(BITMAPHANDLE* p, unsigned int structSize) {
-  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), Access::Write)) return QV_ERROR_INVALID_PARAMETER;
   if (structSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
   return QV_SUCCESS;
 }
@@ -102,7 +102,7 @@ int GrayTest(const BITMAPHANDLE& b) {
 
 QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
                              int nBitsPerPixel, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckOutDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
@@ -112,7 +112,7 @@ QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWid
 }
 
 QV_EXTERN_C int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckDescriptor(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uMemFlags, 0);
     return rc == QV_SUCCESS ? AllocateDescriptor(p) : rc;
@@ -122,13 +122,13 @@ QV_EXTERN_C int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags) {
 QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
                                int nBitsPerPixel, unsigned int uOrder, const RGBQUAD* pPalette, int nColors,
                                unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckOutDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
     if (nColors < 0 || nColors > QV_MAX_PALETTE_ENTRIES) return QV_ERROR_INVALID_PARAMETER;
     if (nBitsPerPixel >= 1 && nBitsPerPixel <= 8 && nColors > (1 << nBitsPerPixel)) return QV_ERROR_INVALID_PARAMETER;
-    if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, false))
+    if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, Access::Read))
       return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE b;
     rc = InitDescriptor(&b, nWidth, nHeight, nBitsPerPixel, uOrder, (uFlags & QV_BMF_SIGNED) != 0);
@@ -144,7 +144,7 @@ QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nW
 }
 
 QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckDescriptor(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
@@ -156,7 +156,7 @@ QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
 
 QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc,
                              unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckOutDescriptor(pDst, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckBitmap(pSrc, Access::Read);
@@ -170,14 +170,14 @@ QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const
 }
 
 QV_EXTERN_C int Q_IsValidBitmap(const BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     const int rc = CheckFlags(uFlags, 0);
     return rc == QV_SUCCESS ? CheckBitmap(p, Access::Read) : rc;
   });
 }
 
 QV_EXTERN_C int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckBitmap(p, Access::Read);
     return rc == QV_SUCCESS ? GrayTest(*p) : rc;

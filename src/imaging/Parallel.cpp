@@ -8,6 +8,8 @@
 #include <thread>
 #include <vector>
 
+#include "Trace.h"
+
 namespace qv {
 namespace {
 
@@ -72,7 +74,8 @@ int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report
         }
       });
     } catch (...) {
-      break;  // fewer threads; the calling thread still completes every band
+      qv::TraceCaughtException("a worker thread could not start; fewer threads take the rows");
+      break;  // the calling thread still completes every band
     }
   }
   while (rc == QV_SUCCESS && runner.RunOne()) {

@@ -12,10 +12,9 @@
 
 #include <windows.h>
 
-#include <new>
-
-#include "Address.h"
+#include "AddressCheck.h"
 #include "ArgumentChecks.h"
+#include "ExportGuard.h"
 #include "ExportInfo.h"
 #include "ModuleStateScope.h"
 #include "QVBaseDialog.h"
@@ -28,7 +27,7 @@ namespace qvdlg {
 // The bitmap the dialog gets. When no flag demanded a bitmap its pointer was never checked; one that cannot
 // be read is handed on as null, so a stray pointer in an unused field cannot crash the preview.
 inline BITMAPHANDLE* BitmapForDialog(BITMAPHANDLE* bitmap) {
-  return qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false) ? bitmap : nullptr;
+  return qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read) ? bitmap : nullptr;
 }
 
 template <class Dialog, class Params>
@@ -57,15 +56,11 @@ int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params) {
 
 template <class Dialog, class Params>
 int RunDialogExport(ExportId id, HWND owner, Params* params) noexcept {
-  const ExportInfo& info = ExportInfoOf(id);
-  CModuleStateScope moduleState(info.name);
-  try {
+  return qv::Guarded(QV_ERROR_DLG_FAILED, [&] {
+    const ExportInfo& info = ExportInfoOf(id);
+    CModuleStateScope moduleState(info.name);
     return RunDialogSteps<Dialog>(info, owner, params);
-  } catch (const std::bad_alloc&) {
-    return QV_ERROR_NO_MEMORY;
-  } catch (...) {
-    return QV_ERROR_DLG_FAILED;
-  }
+  });
 }
 
 }  // namespace qvdlg

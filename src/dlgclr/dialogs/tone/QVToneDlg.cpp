@@ -3,7 +3,7 @@
 
 #include <commctrl.h>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "DataExchange.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
@@ -52,7 +52,7 @@ int CQVToneDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
 
 void CQVToneDlg::DecideRangeFromBitmap() {
   BITMAPHANDLE* bitmap = GetBitmap();
-  if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   // An error from the gray test (an unallocated bitmap) counts as "not gray".
   const int gray = Q_IsGrayScaleBitmap(bitmap, 0);
   const qvdlg::ToneRange range = qvdlg::SolarizeRangeFor(gray > 0 ? gray : 0, bitmap->uFlags, bitmap->nBitsPerPixel);
