@@ -9,19 +9,22 @@
 #include "ColorModels.h"
 #include "ColorNames.h"
 #include "LabConverter.h"
-#include "MemoryCheck.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "qv/qvdlgkrn.h"
 
 namespace {
 
 template <typename In, typename Out, typename Convert>
 int ConvertRecord(const In* pIn, Out* pOut, Convert convert) {
-  if (!qv::IsReadableMemory(pIn, sizeof(In)) || !qv::IsWritableMemory(pOut, sizeof(Out)))
-    return QV_ERROR_INVALID_PARAMETER;
-  const In input = *pIn;  // a copy, so that overlapping records are harmless
-  if (!qv::IsValid(input)) return QV_ERROR_INVALID_PARAMETER;
-  *pOut = convert(input);
-  return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!qv::IsValidAddress(pIn, sizeof(In), qv::Access::Read) || !qv::IsValidAddress(pOut, sizeof(Out), qv::Access::Write))
+      return QV_ERROR_INVALID_PARAMETER;
+    const In input = *pIn;  // a copy, so that overlapping records are harmless
+    if (!qv::IsValid(input)) return QV_ERROR_INVALID_PARAMETER;
+    *pOut = convert(input);
+    return QV_SUCCESS;
+  });
 }
 
 struct ComponentRange {
@@ -62,30 +65,36 @@ QV_EXTERN_C int Q_DlgLabToRGB(const QVLAB* pIn, QVRGB* pOut) {
 }
 
 QV_EXTERN_C int Q_DlgGetComponentRange(int nIndex, int* pnValue) {
-  if (!qv::IsWritableMemory(pnValue, sizeof(*pnValue))) return QV_ERROR_INVALID_PARAMETER;
-  for (const auto& range : kComponentRanges) {
-    if (range.nIndex == nIndex) {
-      *pnValue = range.nValue;
-      return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!qv::IsValidAddress(pnValue, sizeof(*pnValue), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    for (const auto& range : kComponentRanges) {
+      if (range.nIndex == nIndex) {
+        *pnValue = range.nValue;
+        return QV_SUCCESS;
+      }
     }
-  }
-  return QV_ERROR_NOT_FOUND;
+    return QV_ERROR_NOT_FOUND;
+  });
 }
 
 QV_EXTERN_C int Q_DlgGetColorNameLen(COLORREF crColor, unsigned int* puLen) {
-  if (!qv::IsWritableMemory(puLen, sizeof(*puLen))) return QV_ERROR_INVALID_PARAMETER;
-  const wchar_t* name = NameOf(crColor);
-  if (!name) return QV_ERROR_NOT_FOUND;
-  *puLen = static_cast<unsigned int>(std::wcslen(name));
-  return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!qv::IsValidAddress(puLen, sizeof(*puLen), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    const wchar_t* name = NameOf(crColor);
+    if (!name) return QV_ERROR_NOT_FOUND;
+    *puLen = static_cast<unsigned int>(std::wcslen(name));
+    return QV_SUCCESS;
+  });
 }
 
 QV_EXTERN_C int Q_DlgGetColorName(COLORREF crColor, wchar_t* pBuf, unsigned int uBufLen) {
-  if (uBufLen == 0 || !qv::IsWritableMemory(pBuf, uBufLen * sizeof(wchar_t))) return QV_ERROR_INVALID_PARAMETER;
-  const wchar_t* name = NameOf(crColor);
-  if (!name) return QV_ERROR_NOT_FOUND;
-  const std::size_t length = std::wcslen(name);
-  if (length + 1 > uBufLen) return QV_ERROR_BUFFER_TOO_SMALL;
-  std::memcpy(pBuf, name, (length + 1) * sizeof(wchar_t));
-  return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (uBufLen == 0 || !qv::IsValidAddress(pBuf, uBufLen * sizeof(wchar_t), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    const wchar_t* name = NameOf(crColor);
+    if (!name) return QV_ERROR_NOT_FOUND;
+    const std::size_t length = std::wcslen(name);
+    if (length + 1 > uBufLen) return QV_ERROR_BUFFER_TOO_SMALL;
+    std::memcpy(pBuf, name, (length + 1) * sizeof(wchar_t));
+    return QV_SUCCESS;
+  });
 }

@@ -8,7 +8,8 @@
 #include <mutex>
 
 #include "HalftoneListCopy.h"
-#include "MemoryCheck.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "qv/qvdlgkrn.h"
 
 namespace {
@@ -26,28 +27,32 @@ std::map<QVHALFTONELISTW*, std::unique_ptr<qv::HalftoneListCopy>>& Registry() {
 }  // namespace
 
 QV_EXTERN_C int Q_DlgConvertHalftoneListA(const QVHALFTONELISTA* pIn, QVHALFTONELISTW** ppOut) {
-  if (!qv::IsWritableMemory(ppOut, sizeof(*ppOut))) return QV_ERROR_INVALID_PARAMETER;
-  std::unique_ptr<qv::HalftoneListCopy> copy;
-  const int result = qv::HalftoneListCopy::Create(pIn, copy);
-  if (result != QV_SUCCESS) return result;
-  QVHALFTONELISTW* list = copy->List();
-  {
-    std::lock_guard<std::mutex> lock(RegistryMutex());
-    Registry().emplace(list, std::move(copy));
-  }
-  *ppOut = list;
-  return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!qv::IsValidAddress(ppOut, sizeof(*ppOut), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    std::unique_ptr<qv::HalftoneListCopy> copy;
+    const int result = qv::HalftoneListCopy::Create(pIn, copy);
+    if (result != QV_SUCCESS) return result;
+    QVHALFTONELISTW* list = copy->List();
+    {
+      std::lock_guard<std::mutex> lock(RegistryMutex());
+      Registry().emplace(list, std::move(copy));
+    }
+    *ppOut = list;
+    return QV_SUCCESS;
+  });
 }
 
 QV_EXTERN_C int Q_DlgFreeHalftoneList(QVHALFTONELISTW* pList) {
-  if (!pList) return QV_ERROR_INVALID_PARAMETER;
-  std::unique_ptr<qv::HalftoneListCopy> released;
-  {
-    std::lock_guard<std::mutex> lock(RegistryMutex());
-    auto it = Registry().find(pList);
-    if (it == Registry().end()) return QV_ERROR_INVALID_HANDLE;
-    released = std::move(it->second);
-    Registry().erase(it);
-  }
-  return QV_SUCCESS;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!pList) return QV_ERROR_INVALID_PARAMETER;
+    std::unique_ptr<qv::HalftoneListCopy> released;
+    {
+      std::lock_guard<std::mutex> lock(RegistryMutex());
+      auto it = Registry().find(pList);
+      if (it == Registry().end()) return QV_ERROR_INVALID_HANDLE;
+      released = std::move(it->second);
+      Registry().erase(it);
+    }
+    return QV_SUCCESS;
+  });
 }

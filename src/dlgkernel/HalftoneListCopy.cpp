@@ -5,16 +5,17 @@
  */
 #include "HalftoneListCopy.h"
 
-#include "MemoryCheck.h"
+#include "AddressCheck.h"
+#include "StringProbe.h"
 #include "NarrowText.h"
 
 namespace qv {
 
 int HalftoneListCopy::Create(const QVHALFTONELISTA* pSource, std::unique_ptr<HalftoneListCopy>& copy) {
-  if (!IsReadableMemory(pSource, sizeof(*pSource))) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(pSource, sizeof(*pSource), Access::Read)) return QV_ERROR_INVALID_PARAMETER;
   const QVHALFTONELISTA header = *pSource;
   if (header.uCount > QV_HALFTONE_MAX_PATTERNS) return QV_ERROR_INVALID_PARAMETER;
-  if (header.uCount > 0 && !IsReadableMemory(header.pEntries, header.uCount * sizeof(QVHALFTONEPATTERNA)))
+  if (header.uCount > 0 && !IsValidAddress(header.pEntries, header.uCount * sizeof(QVHALFTONEPATTERNA), Access::Read))
     return QV_ERROR_INVALID_PARAMETER;
 
   std::unique_ptr<HalftoneListCopy> result(new HalftoneListCopy());

@@ -53,15 +53,14 @@ int CheckRegion(const BITMAPHANDLE& b) {
 }  // namespace
 
 int CheckDescriptor(const BITMAPHANDLE* p, Access access) {
-  const bool writable = access == Access::Write;
-  if (!IsValidAddress(p, sizeof(uint32_t), writable)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(p, sizeof(uint32_t), access)) return QV_ERROR_INVALID_PARAMETER;
   if (p->uStructSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
-  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), writable)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), access)) return QV_ERROR_INVALID_PARAMETER;
   return QV_SUCCESS;
 }
 
 int CheckNewDescriptor(BITMAPHANDLE* p, unsigned int structSize) {
-  if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+  if (!qv::IsValidAddress(p, sizeof(BITMAPHANDLE), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
   if (structSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
   return QV_SUCCESS;
 }

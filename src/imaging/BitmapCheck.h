@@ -7,11 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "AddressCheck.h"
 #include "qv/qvkrn.h"
 
 namespace qv {
-
-enum class Access { Read, Write };
 
 // The one argument check of every export that takes a bitmap: pointer null/unmapped/not writable ->
 // QV_ERROR_INVALID_PARAMETER; uStructSize != sizeof(BITMAPHANDLE) -> QV_ERROR_INVALID_STRUCT_SIZE;

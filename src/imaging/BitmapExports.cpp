@@ -45,7 +45,7 @@ int GrayTest(const BITMAPHANDLE& b) {
 
 QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
                              int nBitsPerPixel, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
@@ -55,7 +55,7 @@ QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWid
 }
 
 QV_EXTERN_C int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckDescriptor(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uMemFlags, 0);
     return rc == QV_SUCCESS ? AllocateDescriptor(p) : rc;
@@ -65,13 +65,13 @@ QV_EXTERN_C int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags) {
 QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
                                int nBitsPerPixel, unsigned int uOrder, const RGBQUAD* pPalette, int nColors,
                                unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
     if (nColors < 0 || nColors > QV_MAX_PALETTE_ENTRIES) return QV_ERROR_INVALID_PARAMETER;
     if (nBitsPerPixel >= 1 && nBitsPerPixel <= 8 && nColors > (1 << nBitsPerPixel)) return QV_ERROR_INVALID_PARAMETER;
-    if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, false))
+    if (pPalette && nColors > 0 && !IsValidAddress(pPalette, sizeof(RGBQUAD) * nColors, Access::Read))
       return QV_ERROR_INVALID_PARAMETER;
     BITMAPHANDLE b;
     rc = DescribeNewBitmap(nWidth, nHeight, nBitsPerPixel, uOrder, (uFlags & QV_BMF_SIGNED) != 0, &b);
@@ -87,7 +87,7 @@ QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nW
 }
 
 QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckDescriptor(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
@@ -99,7 +99,7 @@ QV_EXTERN_C int Q_FreeBitmap(BITMAPHANDLE* p, unsigned int uFlags) {
 
 QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const BITMAPHANDLE* pSrc,
                              unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckSourceAndNewDescriptor(pSrc, pDst, uStructSize, uFlags);
     if (rc != QV_SUCCESS) return rc;
     BITMAPHANDLE copy;
@@ -110,14 +110,14 @@ QV_EXTERN_C int Q_CopyBitmap(BITMAPHANDLE* pDst, unsigned int uStructSize, const
 }
 
 QV_EXTERN_C int Q_IsValidBitmap(const BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     const int rc = CheckFlags(uFlags, 0);
     return rc == QV_SUCCESS ? CheckBitmap(p, Access::Read) : rc;
   });
 }
 
 QV_EXTERN_C int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckBitmap(p, Access::Read);
     return rc == QV_SUCCESS ? GrayTest(*p) : rc;

@@ -29,7 +29,7 @@ extern "C" int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned
                                 unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette,
                                 unsigned int uColors, pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckColorResArguments(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags);
     if (rc != QV_SUCCESS) return rc;
     if (!hPalette || (uFlags & QV_COLORRES_PALETTE_MASK) != QV_COLORRES_USER_PALETTE)

@@ -9,6 +9,7 @@
 #include "ImageFile.h"
 #include "PixelConvert.h"
 #include "PixelFormat.h"
+#include "StringProbe.h"
 
 using namespace qv;
 
@@ -16,19 +17,10 @@ namespace {
 
 constexpr size_t kMaxPathChars = 32768;
 
-// A readable, terminated, non-empty path of at most kMaxPathChars characters, probed page by page.
+// A readable, terminated, non-empty path of fewer than kMaxPathChars characters.
 bool IsValidPath(const wchar_t* path) {
-  const uintptr_t kPage = 4096;
-  uintptr_t checkedUpTo = 0;
-  for (size_t i = 0; i < kMaxPathChars; ++i) {
-    const uintptr_t addr = reinterpret_cast<uintptr_t>(path + i);
-    if (addr + sizeof(wchar_t) > checkedUpTo) {
-      if (!IsValidAddress(path + i, sizeof(wchar_t), false)) return false;
-      checkedUpTo = (addr / kPage + 1) * kPage;
-    }
-    if (path[i] == 0) return i > 0;
-  }
-  return false;
+  size_t length = 0;
+  return SafeStringLength(path, kMaxPathChars - 1, &length) && length > 0;
 }
 
 // The order a conversion to `bits` takes when the caller keeps the file's order: gray stays gray where the
@@ -66,9 +58,9 @@ int CheckRequestedFormat(int bitsPerPixel, unsigned int order) {
 
 QV_EXTERN_C int Q_LoadBitmap(const wchar_t* pszPath, BITMAPHANDLE* p, unsigned int uStructSize, int nBitsPerPixel,
                              unsigned int uOrder, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     if (!IsValidPath(pszPath)) return QV_ERROR_INVALID_PARAMETER;
-    if (!IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+    if (!IsValidAddress(p, sizeof(BITMAPHANDLE), Access::Write)) return QV_ERROR_INVALID_PARAMETER;
     if (uStructSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
     int rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckRequestedFormat(nBitsPerPixel, uOrder);
@@ -88,7 +80,7 @@ QV_EXTERN_C int Q_LoadBitmap(const wchar_t* pszPath, BITMAPHANDLE* p, unsigned i
 
 QV_EXTERN_C int Q_SaveBitmap(const wchar_t* pszPath, const BITMAPHANDLE* p, unsigned int uFormat,
                              unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     if (!IsValidPath(pszPath)) return QV_ERROR_INVALID_PARAMETER;
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);

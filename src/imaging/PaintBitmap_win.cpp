@@ -26,7 +26,7 @@ bool ReadRect(const RECT* p, const RECT& fallback, RECT* out) {
     *out = fallback;
     return true;
   }
-  if (!IsValidAddress(p, sizeof(RECT), false)) return false;
+  if (!IsValidAddress(p, sizeof(RECT), Access::Read)) return false;
   *out = *p;
   return true;
 }
@@ -61,7 +61,7 @@ int Paint(HDC hdc, const BITMAPHANDLE& b, const RECT& src, const RECT& dst) {
 }  // namespace
 
 QV_EXTERN_C int Q_PaintBitmap(HDC hDC, const BITMAPHANDLE* p, const RECT* pSrc, const RECT* pDst, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;

@@ -51,13 +51,13 @@ HPALETTE PaletteFor(const BITMAPHANDLE& b, HDC hdc) {
 }
 
 int CheckPaletteOut(HPALETTE* ph) {
-  return IsValidAddress(ph, sizeof *ph, true) ? QV_SUCCESS : QV_ERROR_INVALID_PARAMETER;
+  return IsValidAddress(ph, sizeof *ph, Access::Write) ? QV_SUCCESS : QV_ERROR_INVALID_PARAMETER;
 }
 
 }  // namespace
 
 QV_EXTERN_C int Q_GetBitmapPalette(const BITMAPHANDLE* p, HPALETTE* phPalette, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckPaletteOut(phPalette);
@@ -70,7 +70,7 @@ QV_EXTERN_C int Q_GetBitmapPalette(const BITMAPHANDLE* p, HPALETTE* phPalette, u
 }
 
 QV_EXTERN_C int Q_DupPalette(HPALETTE hSrc, HPALETTE* phDst, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckPaletteOut(phDst);
     if (rc != QV_SUCCESS) return rc;
@@ -87,7 +87,7 @@ QV_EXTERN_C int Q_DupPalette(HPALETTE hSrc, HPALETTE* phDst, unsigned int uFlags
 }
 
 QV_EXTERN_C int Q_CreatePaintPalette(HDC hDC, const BITMAPHANDLE* p, HPALETTE* phPalette, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckPaletteOut(phPalette);

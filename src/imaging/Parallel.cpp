@@ -11,6 +11,8 @@
 #include <thread>
 #include <vector>
 
+#include "Trace.h"
+
 namespace qv {
 namespace {
 
@@ -95,6 +97,7 @@ int Run(int begin, int end, const std::function<void(int, int)>& fn, bool report
         }
       });
     } catch (...) {
+      qv::TraceCaughtException("a worker thread could not start; fewer threads take the rows");
       break;  // fewer threads (no memory, or the system refused one); the calling thread still does every band
     }
   }

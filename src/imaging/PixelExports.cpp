@@ -32,7 +32,7 @@ int CheckWritable(BITMAPHANDLE* p, unsigned int flags, PixelFormat* f) {
 }  // namespace
 
 QV_EXTERN_C int Q_PutPixelColor(BITMAPHANDLE* p, int x, int y, COLORREF crColor, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     PixelFormat f{};
     const int rc = CheckWritable(p, uFlags, &f);
     if (rc != QV_SUCCESS) return rc;
@@ -45,7 +45,7 @@ QV_EXTERN_C int Q_PutPixelColor(BITMAPHANDLE* p, int x, int y, COLORREF crColor,
 }
 
 QV_EXTERN_C int Q_FillBitmap(BITMAPHANDLE* p, COLORREF crColor, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     PixelFormat f{};
     const int rc = CheckWritable(p, uFlags, &f);
     if (rc != QV_SUCCESS) return rc;

@@ -13,7 +13,7 @@ using namespace qv;
 namespace {
 
 int CheckRectInside(const BITMAPHANDLE& b, const RECT* r) {
-  if (!IsValidAddress(r, sizeof(RECT), false)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(r, sizeof(RECT), Access::Read)) return QV_ERROR_INVALID_PARAMETER;
   if (r->left < 0 || r->top < 0 || r->right > b.nWidth || r->bottom > b.nHeight || r->left >= r->right ||
       r->top >= r->bottom)
     return QV_ERROR_BAD_REGION;
@@ -31,7 +31,7 @@ void DropRegion(BITMAPHANDLE* p) {
 }  // namespace
 
 QV_EXTERN_C int Q_SetBitmapRgnRect(BITMAPHANDLE* p, const RECT* pRect, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckRectInside(*p, pRect);
@@ -46,7 +46,7 @@ QV_EXTERN_C int Q_SetBitmapRgnRect(BITMAPHANDLE* p, const RECT* pRect, unsigned 
 
 QV_EXTERN_C int Q_SetBitmapRgnMask(BITMAPHANDLE* p, const RECT* pBounds, const uint8_t* pMask, int nMaskStride,
                                    unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc == QV_SUCCESS) rc = CheckRectInside(*p, pBounds);
@@ -55,7 +55,7 @@ QV_EXTERN_C int Q_SetBitmapRgnMask(BITMAPHANDLE* p, const RECT* pBounds, const u
     const int w = r.right - r.left, h = r.bottom - r.top;
     if (nMaskStride < w) return QV_ERROR_INVALID_PARAMETER;
     const size_t srcBytes = static_cast<size_t>(nMaskStride) * (h - 1) + w;
-    if (!IsValidAddress(pMask, srcBytes, false)) return QV_ERROR_INVALID_PARAMETER;
+    if (!IsValidAddress(pMask, srcBytes, Access::Read)) return QV_ERROR_INVALID_PARAMETER;
     bool any = false;
     for (int y = 0; y < h && !any; ++y) {
       const uint8_t* row = pMask + static_cast<size_t>(y) * nMaskStride;
@@ -76,7 +76,7 @@ QV_EXTERN_C int Q_SetBitmapRgnMask(BITMAPHANDLE* p, const RECT* pBounds, const u
 }
 
 QV_EXTERN_C int Q_BitmapHasRgn(const BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
@@ -85,10 +85,10 @@ QV_EXTERN_C int Q_BitmapHasRgn(const BITMAPHANDLE* p, unsigned int uFlags) {
 }
 
 QV_EXTERN_C int Q_GetBitmapRgnBounds(const BITMAPHANDLE* p, RECT* pRect, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Read);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
-    if (rc == QV_SUCCESS && !IsValidAddress(pRect, sizeof(RECT), true)) rc = QV_ERROR_INVALID_PARAMETER;
+    if (rc == QV_SUCCESS && !IsValidAddress(pRect, sizeof(RECT), Access::Write)) rc = QV_ERROR_INVALID_PARAMETER;
     if (rc != QV_SUCCESS) return rc;
     *pRect = (p->uRgnFlags & QV_RGN_SET) ? p->rcRgn : RECT{0, 0, p->nWidth, p->nHeight};
     return QV_SUCCESS;
@@ -96,7 +96,7 @@ QV_EXTERN_C int Q_GetBitmapRgnBounds(const BITMAPHANDLE* p, RECT* pRect, unsigne
 }
 
 QV_EXTERN_C int Q_FreeBitmapRgn(BITMAPHANDLE* p, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(p, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;

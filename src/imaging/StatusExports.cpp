@@ -8,7 +8,7 @@
 using namespace qv;
 
 QV_EXTERN_C int Q_SetStatusCallBack(pQVSTATUSCALLBACK pfnCallback, void* pUserData, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     const int rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
     SetCurrentStatusCallback(StatusCallback{pfnCallback, pfnCallback ? pUserData : nullptr});
@@ -17,11 +17,11 @@ QV_EXTERN_C int Q_SetStatusCallBack(pQVSTATUSCALLBACK pfnCallback, void* pUserDa
 }
 
 QV_EXTERN_C int Q_GetStatusCallBack(pQVSTATUSCALLBACK* ppfnCallback, void** ppUserData, unsigned int uFlags) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     const int rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
-    if (!IsValidAddress(ppfnCallback, sizeof *ppfnCallback, true)) return QV_ERROR_INVALID_PARAMETER;
-    if (ppUserData && !IsValidAddress(ppUserData, sizeof *ppUserData, true)) return QV_ERROR_INVALID_PARAMETER;
+    if (!IsValidAddress(ppfnCallback, sizeof *ppfnCallback, Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    if (ppUserData && !IsValidAddress(ppUserData, sizeof *ppUserData, Access::Write)) return QV_ERROR_INVALID_PARAMETER;
     const StatusCallback cb = CurrentStatusCallback();
     *ppfnCallback = cb.fn;
     if (ppUserData) *ppUserData = cb.user;

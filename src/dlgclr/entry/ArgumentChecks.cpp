@@ -26,7 +26,7 @@ T ReadAt(const void* base, size_t offset) {
 }  // namespace
 
 int CheckDemandedBitmap(const void* bitmap, bool refusesSigned) {
-  if (!bitmap || !qv::IsValidAddress(bitmap, kBitmapFlagsOffset + sizeof(uint32_t), false))
+  if (!bitmap || !qv::IsValidAddress(bitmap, kBitmapFlagsOffset + sizeof(uint32_t), qv::Access::Read))
     return QV_ERROR_BITMAP_NOT_ALLOCATED;
   const uint32_t flags = ReadAt<uint32_t>(bitmap, kBitmapFlagsOffset);
   if ((flags & QV_BMF_ALLOCATED) == 0) return QV_ERROR_BITMAP_NOT_ALLOCATED;
@@ -35,7 +35,7 @@ int CheckDemandedBitmap(const void* bitmap, bool refusesSigned) {
 }
 
 bool IsPaletteImageWithRegion(const void* bitmap) {
-  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return false;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return false;
   const int bits = ReadAt<int32_t>(bitmap, offsetof(BITMAPHANDLE, nBitsPerPixel));
   const uint32_t order = ReadAt<uint32_t>(bitmap, offsetof(BITMAPHANDLE, uOrder));
   const bool palette = bits == 1 || bits == 2 || bits == 4 || (bits == 8 && order != QV_ORDER_GRAY);
@@ -44,7 +44,7 @@ bool IsPaletteImageWithRegion(const void* bitmap) {
 
 int CheckExportArguments(const ExportInfo& info, int ready, const void* params) {
   if (ready != 1) return QV_ERROR_DLG_NOT_READY;
-  if (!params || !qv::IsValidAddress(params, info.probedSize, true)) return QV_ERROR_INVALID_PARAMETER;
+  if (!params || !qv::IsValidAddress(params, info.probedSize, qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
   if (ReadAt<uint32_t>(params, 0) != info.expectedSize) return QV_ERROR_INVALID_STRUCT_SIZE;
   if (!info.testsBitmap) return QV_SUCCESS;
   const uint32_t flags = ReadAt<uint32_t>(params, info.flagsOffset);

@@ -13,10 +13,9 @@
 
 #include <windows.h>
 
-#include <new>
-
-#include "Address.h"
+#include "AddressCheck.h"
 #include "ArgumentChecks.h"
+#include "ExportGuard.h"
 #include "ExportInfo.h"
 #include "ModuleStateScope.h"
 #include "QVBaseDialog.h"
@@ -29,7 +28,7 @@ namespace qvdlg {
 // The bitmap the dialog gets. When no flag demanded a bitmap its pointer was never checked; one that cannot
 // be read is handed on as null, so a stray pointer in an unused field cannot crash the preview.
 inline BITMAPHANDLE* BitmapForDialog(BITMAPHANDLE* bitmap) {
-  return qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false) ? bitmap : nullptr;
+  return qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read) ? bitmap : nullptr;
 }
 
 // What an export does to its dialog between the copy-in and the modal run; most do nothing.
@@ -65,15 +64,11 @@ int RunDialogSteps(const ExportInfo& info, HWND owner, Params* params, const Pre
 
 template <class Dialog, class Params, class Prepare = NoPreparation>
 int RunDialogExport(ExportId id, HWND owner, Params* params, const Prepare& prepare = {}) noexcept {
-  const ExportInfo& info = ExportInfoOf(id);
-  CModuleStateScope moduleState(info.name);
-  try {
+  return qv::Guarded(QV_ERROR_DLG_FAILED, [&] {
+    const ExportInfo& info = ExportInfoOf(id);
+    CModuleStateScope moduleState(info.name);
     return RunDialogSteps<Dialog>(info, owner, params, prepare);
-  } catch (const std::bad_alloc&) {
-    return QV_ERROR_NO_MEMORY;
-  } catch (...) {
-    return QV_ERROR_DLG_FAILED;
-  }
+  });
 }
 
 }  // namespace qvdlg

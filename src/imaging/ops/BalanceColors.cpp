@@ -5,7 +5,7 @@
 #include <cmath>
 #include <memory>
 
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"
 
@@ -67,7 +67,7 @@ class ChannelMix {
 
 // QV_SUCCESS when the record is readable, 28 bytes by its own account, and holds usable weights.
 int ReadRecord(const QVBALANCINGRECORD* rec, double (&w)[3]) {
-  if (!IsValidAddress(rec, sizeof(QVBALANCINGRECORD), false)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(rec, sizeof(QVBALANCINGRECORD), Access::Read)) return QV_ERROR_INVALID_PARAMETER;
   if (rec->uStructSize != sizeof(QVBALANCINGRECORD)) return QV_ERROR_INVALID_STRUCT_SIZE;
   w[0] = rec->fToRed;
   w[1] = rec->fToGreen;

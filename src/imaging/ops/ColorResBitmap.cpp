@@ -145,7 +145,7 @@ int CheckPalette(int bits, unsigned flags, const RGBQUAD* palette, unsigned colo
   if (bits > 8 || (flags & QV_COLORRES_ORDER_MASK) == QV_COLORRES_ORDER_GRAY) return QV_SUCCESS;
   if (choice == QV_COLORRES_WEBSAFE_PALETTE && bits != 8) return QV_ERROR_INVALID_PARAMETER;
   if (choice != QV_COLORRES_USER_PALETTE) return QV_SUCCESS;
-  if (colors < 1 || colors > QV_MAX_PALETTE_ENTRIES || !IsValidAddress(palette, colors * sizeof(RGBQUAD), false))
+  if (colors < 1 || colors > QV_MAX_PALETTE_ENTRIES || !qv::IsValidAddress(palette, colors * sizeof(RGBQUAD), qv::Access::Read))
     return QV_ERROR_INVALID_PARAMETER;
   return QV_SUCCESS;
 }
@@ -157,7 +157,7 @@ int CheckColorResArguments(const BITMAPHANDLE* pSrc, const BITMAPHANDLE* pDst, u
   int rc = CheckBitmap(pSrc, pDst == pSrc ? Access::Write : Access::Read);
   if (rc != QV_SUCCESS) return rc;
   if (uStructSize != sizeof(BITMAPHANDLE)) return QV_ERROR_INVALID_STRUCT_SIZE;
-  if (!IsValidAddress(pDst, sizeof(BITMAPHANDLE), true)) return QV_ERROR_INVALID_PARAMETER;
+  if (!qv::IsValidAddress(pDst, sizeof(BITMAPHANDLE), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
   if (!IsTargetDepth(nBitsPerPixel)) return QV_ERROR_INVALID_BITS_PER_PIXEL;
   if ((uFlags & ~kKnownFlags) || !HasOneBitAtMost(uFlags & QV_COLORRES_PALETTE_MASK) ||
       !HasOneBitAtMost(uFlags & QV_COLORRES_ORDER_MASK) || (uFlags & QV_COLORRES_DITHER_MASK) > QV_COLORRES_CLUSTERED)
@@ -168,7 +168,7 @@ int CheckColorResArguments(const BITMAPHANDLE* pSrc, const BITMAPHANDLE* pDst, u
 int ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
                    unsigned int uFlags, const RGBQUAD* pPalette, unsigned int uColors,
                    pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckColorResArguments(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags);
     if (rc == QV_SUCCESS) rc = CheckPalette(nBitsPerPixel, uFlags, pPalette, uColors);
     if (rc != QV_SUCCESS) return rc;

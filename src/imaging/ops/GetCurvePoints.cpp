@@ -4,8 +4,8 @@
 #include <cmath>
 #include <vector>
 
-#include "../AddressCheck.h"
-#include "../ExportGuard.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "OpsCommon.h"
 
 namespace qv {
@@ -64,7 +64,7 @@ void FillCurve(unsigned int* table, unsigned int length, const POINT* pts, int n
 
 int CheckPoints(const POINT* pts, int n, unsigned int length) {
   if (n < 1 || static_cast<unsigned int>(n) > length) return QV_ERROR_INVALID_PARAMETER;
-  if (!IsValidAddress(pts, static_cast<size_t>(n) * sizeof(POINT), false)) return QV_ERROR_INVALID_PARAMETER;
+  if (!IsValidAddress(pts, static_cast<size_t>(n) * sizeof(POINT), Access::Read)) return QV_ERROR_INVALID_PARAMETER;
   const int64_t last = length - 1;
   for (int i = 0; i < n; ++i) {
     if (pts[i].x < 0 || pts[i].x > last || pts[i].y < 0 || pts[i].y > last) return QV_ERROR_INVALID_PARAMETER;
@@ -80,14 +80,14 @@ int CheckPoints(const POINT* pts, int n, unsigned int length) {
 extern "C" int Q_GetCurvePoints(unsigned int* pTable, unsigned int uLength, const POINT* pPoints, int nCount,
                                 unsigned int* puFilled, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = qv::CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
     rc = CheckCurveTable(pTable, uLength);
     if (rc != QV_SUCCESS) return rc;
     rc = CheckPoints(pPoints, nCount, uLength);
     if (rc != QV_SUCCESS) return rc;
-    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), true)) return QV_ERROR_INVALID_PARAMETER;
+    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
     FillCurve(pTable, uLength, pPoints, nCount);
     if (puFilled) *puFilled = uLength;
     return QV_SUCCESS;

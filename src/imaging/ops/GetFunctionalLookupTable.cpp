@@ -3,8 +3,8 @@
 // second. The two end entries are read, never written.
 #include <cmath>
 
-#include "../AddressCheck.h"
-#include "../ExportGuard.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "OpsCommon.h"
 
 namespace qv {
@@ -25,7 +25,7 @@ double Shape(unsigned int kind, double k, double t) {
 extern "C" int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLength, int nStart, int nEnd,
                                           int nFactor, unsigned int uKind, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = qv::CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;
     rc = CheckCurveTable(pTable, uLength);

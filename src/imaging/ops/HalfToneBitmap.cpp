@@ -108,7 +108,7 @@ extern "C" int Q_HalfToneBitmap(BITMAPHANDLE* pBitmap, unsigned int uType, int n
                                 HBITMAPLIST hPatterns, unsigned int uFlags) {
   using namespace qv;
   using namespace qv::ops;
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckBitmap(pBitmap, Access::Write);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, 0);
     if (rc != QV_SUCCESS) return rc;

@@ -118,8 +118,8 @@ extern "C" int Q_HistoContrastBitmapExt(BITMAPHANDLE* pBitmap, int nChange, int 
 
 extern "C" int Q_GetBitmapMedianIntensity(const BITMAPHANDLE* pBitmap, int* pnMedian, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
-    if (!qv::IsValidAddress(pnMedian, sizeof(int), true)) return QV_ERROR_INVALID_PARAMETER;
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
+    if (!qv::IsValidAddress(pnMedian, sizeof(int), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
     int rc = qv::CheckBitmap(pBitmap, qv::Access::Read);
     if (rc != QV_SUCCESS) return rc;
     rc = qv::CheckFlags(uFlags, 0);

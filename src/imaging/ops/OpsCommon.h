@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "../BitmapCheck.h"
-#include "../ExportGuard.h"
+#include "ExportGuard.h"
 #include "../Parallel.h"
 #include "../PixelFormat.h"
 #include "../Region.h"
@@ -83,7 +83,7 @@ inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allo
 // A curve table the caller hands in to be filled: 2 to QV_MAX_TABLE_LENGTH writable entries.
 inline int CheckCurveTable(const unsigned int* table, unsigned int length) {
   if (length < 2 || length > QV_MAX_TABLE_LENGTH ||
-      !IsValidAddress(table, static_cast<size_t>(length) * sizeof(unsigned int), true))
+      !IsValidAddress(table, static_cast<size_t>(length) * sizeof(unsigned int), Access::Write))
     return QV_ERROR_INVALID_TABLE;
   return QV_SUCCESS;
 }
@@ -93,7 +93,7 @@ inline int CheckCurveTable(const unsigned int* table, unsigned int length) {
 template <class Body>
 int RunOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags, const FormatSet& accepted,
                  Body&& body) {
-  return Guarded([&] {
+  return Guarded(QV_ERROR_PLATFORM, [&] {
     PixelFormat fmt;
     const int rc = BeginOperation(p, flags, allowedFlags, accepted, &fmt);
     return rc != QV_SUCCESS ? rc : body(static_cast<const PixelFormat&>(fmt));

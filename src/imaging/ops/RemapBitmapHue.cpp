@@ -1,7 +1,7 @@
 // Remap hue: hue, saturation and value of each pixel, each scaled to a table index 0..length-1, go through
 // the caller's tables where the mask selects the pixel's hue. Integer HSV throughout; a pixel whose three
 // indices come back unchanged is not rewritten, so identity tables leave the image byte for byte as it was.
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "ChannelLut.h"
 #include "Hsv.h"
 #include "OpsCommon.h"
@@ -66,7 +66,7 @@ class GrayValueRemap : public ChannelMap {
 };
 
 bool IsReadableTable(const unsigned int* t, unsigned int length) {
-  return !t || IsValidAddress(t, static_cast<size_t>(length) * sizeof(unsigned int), false);
+  return !t || IsValidAddress(t, static_cast<size_t>(length) * sizeof(unsigned int), Access::Read);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Remap intensity: a caller's table replaces the values of the chosen channels. The table must have one
 // entry per sample value of the format; entries past max give max.
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 #include "TableLength.h"

@@ -3,7 +3,7 @@
 // 16-bit color samples. A caller's table must have exactly that many readable entries.
 #pragma once
 
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "OpsCommon.h"
 
 namespace qv {
@@ -14,7 +14,7 @@ inline unsigned int SampleTableLength(const PixelFormat& f) { return ChannelMax(
 // QV_ERROR_INVALID_TABLE for a null or unreadable table or a length that does not match the samples.
 inline int CheckSampleTable(const PixelFormat& f, const unsigned int* table, unsigned int length) {
   if (length != SampleTableLength(f)) return QV_ERROR_INVALID_TABLE;
-  if (!IsValidAddress(table, static_cast<size_t>(length) * sizeof(unsigned int), false))
+  if (!IsValidAddress(table, static_cast<size_t>(length) * sizeof(unsigned int), Access::Read))
     return QV_ERROR_INVALID_TABLE;
   return QV_SUCCESS;
 }

@@ -3,13 +3,13 @@
 #include <cstring>
 
 #include "../Bitmap.h"
-#include "../ExportGuard.h"
+#include "ExportGuard.h"
 #include "WindowLevelArgs.h"
 
 extern "C" int Q_WindowLevel(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUAD* pLUT,
                              unsigned int uLength, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     qv::PixelFormat f;
     int rc = CheckWindowLevelArgs(pBitmap, uFlags, QV_WL_PAINT_AND_PROCESS, nLowBit, nHighBit, pLUT, uLength, &f);
     if (rc != QV_SUCCESS) return rc;

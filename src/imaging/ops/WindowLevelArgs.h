@@ -2,7 +2,7 @@
 // bitmap, a bit range inside its samples, and a readable LUT of 1..65536 entries.
 #pragma once
 
-#include "../AddressCheck.h"
+#include "AddressCheck.h"
 #include "OpsCommon.h"
 
 namespace qv {
@@ -18,7 +18,7 @@ inline int CheckWindowLevelArgs(BITMAPHANDLE* p, unsigned int flags, unsigned in
   const int sampleBits = f->kind == PixelKind::Gray12 ? 12 : 16;
   if (lowBit < 0 || highBit < lowBit || highBit >= sampleBits) return QV_ERROR_INVALID_PARAMETER;
   if (length < 1 || length > QV_MAX_TABLE_LENGTH ||
-      !IsValidAddress(lut, static_cast<size_t>(length) * sizeof(RGBQUAD), false))
+      !IsValidAddress(lut, static_cast<size_t>(length) * sizeof(RGBQUAD), Access::Read))
     return QV_ERROR_INVALID_TABLE;
   return QV_SUCCESS;
 }

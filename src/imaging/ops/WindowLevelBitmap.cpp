@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "../Bitmap.h"
-#include "../ExportGuard.h"
+#include "ExportGuard.h"
 #include "WindowLevelArgs.h"
 #include "WindowLevelIndex.h"
 
@@ -49,7 +49,7 @@ void ConvertRow(const uint8_t* src, uint8_t* dst, int width, const RGBQUAD* lut,
 extern "C" int Q_WindowLevelBitmap(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUAD* pLUT,
                                    unsigned int uLength, unsigned int uOrderDst, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     qv::PixelFormat f;
     int rc = CheckWindowLevelArgs(pBitmap, uFlags, 0, nLowBit, nHighBit, pLUT, uLength, &f);
     if (rc != QV_SUCCESS) return rc;

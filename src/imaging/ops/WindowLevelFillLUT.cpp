@@ -3,8 +3,8 @@
 // window is either [low, high] itself or the DICOM VOI linear function of its center and width.
 #include <cmath>
 
-#include "../AddressCheck.h"
-#include "../ExportGuard.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "OpsCommon.h"
 
 namespace qv {
@@ -86,7 +86,7 @@ extern "C" int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORRE
                                     int nLow, int nHigh, int nLowBit, int nHighBit, int nMinValue, int nMaxValue,
                                     int nFactor, unsigned int uFlags) {
   using namespace qv::ops;
-  return qv::Guarded([&] {
+  return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = qv::CheckFlags(uFlags, kAllowed);
     if (rc != QV_SUCCESS) return rc;
     const unsigned int ramp = uFlags & QV_WLFILL_RAMP_MASK, curve = uFlags & QV_WLFILL_CURVE_MASK;
@@ -94,7 +94,7 @@ extern "C" int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORRE
         curve > QV_WLFILL_SIGMOID)
       return QV_ERROR_INVALID_FLAGS;
     if (uLength < 1 || uLength > QV_MAX_TABLE_LENGTH ||
-        !qv::IsValidAddress(pLUT, static_cast<size_t>(uLength) * sizeof(RGBQUAD), true))
+        !qv::IsValidAddress(pLUT, static_cast<size_t>(uLength) * sizeof(RGBQUAD), qv::Access::Write))
       return QV_ERROR_INVALID_TABLE;
     if (nLow > nHigh || nMinValue > nMaxValue || nFactor < -1000 || nFactor > 1000 ||
         (curve == QV_WLFILL_LOGARITHMIC && nFactor < 0))

@@ -11,7 +11,7 @@
 #include <iterator>
 #include <string>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "ParentNotify.h"
 #include "Placeholder.h"
 #include "SelectObjectScope.h"
@@ -42,9 +42,9 @@ BOOL CQVSliderCtrl::Init(double minimum, double maximum, int tics, int markerCou
   if (!std::isfinite(minimum) || !std::isfinite(maximum) || !(maximum > minimum)) return FALSE;
   if (markerCount < 0 || markerCount > kMaxMarkers) return FALSE;
   const size_t count = static_cast<size_t>(markerCount);
-  if (count > 0 && !qvfw::IsValidAddress(markerValues, count * sizeof(double), false)) return FALSE;
-  if (colors && !qvfw::IsValidAddress(colors, (count + 1) * sizeof(unsigned long), false)) return FALSE;
-  if (markerColors && count > 0 && !qvfw::IsValidAddress(markerColors, count * sizeof(unsigned long), false)) {
+  if (count > 0 && !qv::IsValidAddress(markerValues, count * sizeof(double), qv::Access::Read)) return FALSE;
+  if (colors && !qv::IsValidAddress(colors, (count + 1) * sizeof(unsigned long), qv::Access::Read)) return FALSE;
+  if (markerColors && count > 0 && !qv::IsValidAddress(markerColors, count * sizeof(unsigned long), qv::Access::Read)) {
     return FALSE;
   }
   m_minimum = minimum;
@@ -404,11 +404,11 @@ LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
       return GetMarkerCount();
     case QVSM_GETMARKER: {
       auto* value = reinterpret_cast<double*>(lParam);
-      return value && qvfw::IsValidAddress(value, sizeof(double)) && GetMarkerValue(index, *value);
+      return value && qv::IsValidAddress(value, sizeof(double), qv::Access::Write) && GetMarkerValue(index, *value);
     }
     case QVSM_SETMARKER: {
       const auto* value = reinterpret_cast<const double*>(lParam);
-      return value && qvfw::IsValidAddress(value, sizeof(double), false) && SetMarkerValue(index, *value);
+      return value && qv::IsValidAddress(value, sizeof(double), qv::Access::Read) && SetMarkerValue(index, *value);
     }
     case QVSM_GETSELMARKER:
       return m_selected;
@@ -418,19 +418,19 @@ LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     case QVSM_GETRANGE: {
       auto* minimum = reinterpret_cast<double*>(wParam);
       auto* maximum = reinterpret_cast<double*>(lParam);
-      if (minimum && qvfw::IsValidAddress(minimum, sizeof(double))) *minimum = m_minimum;
-      if (maximum && qvfw::IsValidAddress(maximum, sizeof(double))) *maximum = m_maximum;
+      if (minimum && qv::IsValidAddress(minimum, sizeof(double), qv::Access::Write)) *minimum = m_minimum;
+      if (maximum && qv::IsValidAddress(maximum, sizeof(double), qv::Access::Write)) *maximum = m_maximum;
       return 0;
     }
     case QVSM_GETSTYLES:
       return m_styles;
     case QVSM_GETTHUMBRECT: {
       auto* rect = reinterpret_cast<RECT*>(lParam);
-      return rect && qvfw::IsValidAddress(rect, sizeof(RECT)) && GetThumbRect(index, rect);
+      return rect && qv::IsValidAddress(rect, sizeof(RECT), qv::Access::Write) && GetThumbRect(index, rect);
     }
     case QVSM_GETCHANNELRECT: {
       auto* rect = reinterpret_cast<RECT*>(lParam);
-      if (rect && qvfw::IsValidAddress(rect, sizeof(RECT))) GetChannelRect(rect);
+      if (rect && qv::IsValidAddress(rect, sizeof(RECT), qv::Access::Write)) GetChannelRect(rect);
       return 0;
     }
     case WM_SETFONT:

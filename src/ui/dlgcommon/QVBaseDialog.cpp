@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "qv/qvdlgkrn.h"
 
 namespace {
@@ -81,7 +81,7 @@ void CQVBaseDialog::PlaceAtPositionPoint() {
   // The host's point is read now, at opening; one that cannot be read is
   // treated as none rather than trusted.
   POINT* point = g_positionPoint;
-  if (point && !qvfw::IsValidAddress(point, sizeof(POINT), false)) point = nullptr;
+  if (point && !qv::IsValidAddress(point, sizeof(POINT), qv::Access::Read)) point = nullptr;
   if (point) {
     const POINT copy = *point;
     Q_DlgPlaceWindow(m_hWnd, &copy);

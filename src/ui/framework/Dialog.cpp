@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Module.h"
+#include "Trace.h"
 
 namespace qvfw {
 namespace {
@@ -111,6 +112,7 @@ LRESULT CALLBACK CDialog::MessageFilterProc(int code, WPARAM wParam, LPARAM lPar
       if (dialog->m_hWnd && msg && dialog->PreTranslateMessage(msg)) return 1;
     } catch (...) {
       // A failing shortcut handler must not break the dialog's loop.
+      qv::TraceCaughtException("a dialog's shortcut handler failed");
     }
   }
   return ::CallNextHookEx(nullptr, code, wParam, lParam);

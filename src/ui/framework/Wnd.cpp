@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "Module.h"
+#include "Trace.h"
 
 namespace qvfw {
 namespace {
@@ -270,6 +271,7 @@ LRESULT CWnd::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
   } catch (...) {
     // A handler failed half-way; the window must go on working, so the
     // message gets its default treatment instead.
+    qv::TraceCaughtException("a window's message handler failed");
     return Default();
   }
 }
@@ -288,6 +290,7 @@ LRESULT CWnd::DispatchNcDestroy(WPARAM wParam, LPARAM lParam) {
   try {
     PostNcDestroy();
   } catch (...) {
+    qv::TraceCaughtException("a window's final clean-up failed");
   }
   return result;
 }

@@ -8,7 +8,7 @@
 
 #include <utility>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "qv/qvimgops.h"
 
 namespace {
@@ -58,11 +58,11 @@ const BITMAPHANDLE* CQVBitmap::GetHandle() const {
 
 bool CQVBitmap::IsAllocated() const {
   const BITMAPHANDLE* b = GetHandle();
-  return b && qvfw::IsValidAddress(b, sizeof(BITMAPHANDLE), false) && (b->uFlags & QV_BMF_ALLOCATED) && b->pData;
+  return b && qv::IsValidAddress(b, sizeof(BITMAPHANDLE), qv::Access::Read) && (b->uFlags & QV_BMF_ALLOCATED) && b->pData;
 }
 
 int CQVBitmap::Attach(BITMAPHANDLE* p) {
-  if (!p || !qvfw::IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return Keep(QV_ERROR_INVALID_PARAMETER) == 1;
+  if (!p || !qv::IsValidAddress(p, sizeof(BITMAPHANDLE), qv::Access::Write)) return Keep(QV_ERROR_INVALID_PARAMETER) == 1;
   Free();
   m_attached = p;
   return 1;
@@ -91,7 +91,7 @@ bool CQVBitmap::Usable() {
 }
 
 int CQVBitmap::TakeOver(BITMAPHANDLE* p) {
-  if (!p || !qvfw::IsValidAddress(p, sizeof(BITMAPHANDLE), true)) return Keep(QV_ERROR_INVALID_PARAMETER);
+  if (!p || !qv::IsValidAddress(p, sizeof(BITMAPHANDLE), qv::Access::Write)) return Keep(QV_ERROR_INVALID_PARAMETER);
   if (p == GetHandle()) return Keep(QV_SUCCESS);
   Free();
   m_own = std::make_unique<BITMAPHANDLE>(*p);
@@ -100,7 +100,7 @@ int CQVBitmap::TakeOver(BITMAPHANDLE* p) {
 }
 
 int CQVBitmap::Copy(const BITMAPHANDLE& src) {
-  if (!qvfw::IsValidAddress(&src, sizeof(BITMAPHANDLE), false)) return Keep(QV_ERROR_INVALID_PARAMETER);
+  if (!qv::IsValidAddress(&src, sizeof(BITMAPHANDLE), qv::Access::Read)) return Keep(QV_ERROR_INVALID_PARAMETER);
   if (&src == GetHandle()) return Keep(QV_SUCCESS);
   BITMAPHANDLE copy = EmptyDescriptor();
   const int rc = Q_CopyBitmap(&copy, sizeof(BITMAPHANDLE), &src, 0);

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "FileDialog.h"
 #include "HandleCount.h"
 #include "Palette.h"
@@ -136,13 +136,13 @@ TEST(HandleOwnerTest, FileDialogFilterBecomesDoubleNullList) {
 
 TEST(HandleOwnerTest, AddressProbeTellsUsableFromUnusableMemory) {
   int local[4] = {};
-  EXPECT_TRUE(IsValidAddress(local, sizeof(local), true));
-  EXPECT_FALSE(IsValidAddress(nullptr, 4, false));
+  EXPECT_TRUE(qv::IsValidAddress(local, sizeof(local), qv::Access::Write));
+  EXPECT_FALSE(qv::IsValidAddress(nullptr, 4, qv::Access::Read));
   void* readOnly = ::VirtualAlloc(nullptr, 4096, MEM_COMMIT | MEM_RESERVE, PAGE_READONLY);
   ASSERT_NE(readOnly, nullptr);
-  EXPECT_TRUE(IsValidAddress(readOnly, 4096, false));
-  EXPECT_FALSE(IsValidAddress(readOnly, 4096, true));
-  EXPECT_FALSE(IsValidAddress(readOnly, 4097, false));
+  EXPECT_TRUE(qv::IsValidAddress(readOnly, 4096, qv::Access::Read));
+  EXPECT_FALSE(qv::IsValidAddress(readOnly, 4096, qv::Access::Write));
+  EXPECT_FALSE(qv::IsValidAddress(readOnly, 4097, qv::Access::Read));
   ::VirtualFree(readOnly, 0, MEM_RELEASE);
-  EXPECT_FALSE(IsValidAddress(readOnly, 1, false));
+  EXPECT_FALSE(qv::IsValidAddress(readOnly, 1, qv::Access::Read));
 }

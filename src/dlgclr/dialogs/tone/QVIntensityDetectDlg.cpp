@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "DataExchange.h"
 #include "IntensityDetectRules.h"
 #include "PreviewFlags.h"
@@ -83,7 +83,7 @@ int CQVIntensityDetectDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
 
 void CQVIntensityDetectDlg::ApplyRangeRule() {
   BITMAPHANDLE* bitmap = GetBitmap();
-  if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   // An error from the gray test (an unallocated bitmap) counts as "not gray".
   const int gray = Q_IsGrayScaleBitmap(bitmap, 0);
   const int maximum =
@@ -98,7 +98,7 @@ BOOL CQVIntensityDetectDlg::OnInitDialog() {
 
   BITMAPHANDLE* bitmap = GetBitmap();
   if (bitmap) {
-    const bool readable = qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false);
+    const bool readable = qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read);
     const int param = qvdlg::ViewRegionParam(readable, readable && (bitmap->uFlags & QV_BMF_ALLOCATED) != 0,
                                              readable ? bitmap->nBitsPerPixel : 0);
     const QVVIEWREGIONSETTINGS settings{kRegionMode, param, param, 0};
@@ -141,7 +141,7 @@ void CQVIntensityDetectDlg::InitBound(Bound& bound) {
 // 12-bit and 16-bit gray images), else a palette made for painting it on the screen.
 void CQVIntensityDetectDlg::InitPickerPalettes() {
   BITMAPHANDLE* bitmap = GetBitmap();
-  if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   if (qvdlg::OffersOwnPalette(bitmap->nBitsPerPixel, bitmap->uOrder)) {
     HPALETTE own = nullptr;
     if (Q_GetBitmapPalette(bitmap, &own, 0) == QV_SUCCESS) m_ownPalette.Attach(own);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "DataExchange.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
@@ -57,7 +57,7 @@ CQVLocalHistoEqualizeDlg::CQVLocalHistoEqualizeDlg(qvfw::CWnd* parent, BITMAPHAN
 
 void CQVLocalHistoEqualizeDlg::DecideLimits() {
   BITMAPHANDLE* bitmap = GetBitmap();
-  if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   const bool hasRegion = Q_BitmapHasRgn(bitmap, 0) > 0;
   RECT bounds{};
   if (hasRegion && Q_GetBitmapRgnBounds(bitmap, &bounds, 0) != QV_SUCCESS) bounds = RECT{};

@@ -3,7 +3,7 @@
 
 #include <commctrl.h>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "DataExchange.h"
 #include "PreviewFlags.h"
 #include "QVGeneral.h"
@@ -52,7 +52,7 @@ int CQVToneDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
 
 void CQVToneDlg::DecideRangeFromBitmap() {
   BITMAPHANDLE* bitmap = GetBitmap();
-  if (!bitmap || !qvfw::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), false)) return;
+  if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   const qvdlg::ToneRange range =
       qvdlg::SolarizeRangeFor(Q_IsGrayScaleBitmap(bitmap, 0), bitmap->uFlags, bitmap->nBitsPerPixel);
   m_nRangeMin = range.minimum;

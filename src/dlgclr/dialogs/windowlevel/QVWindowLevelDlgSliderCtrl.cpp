@@ -11,7 +11,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "Address.h"
+#include "AddressCheck.h"
 #include "ColorDialog.h"
 #include "QVWindowLevelDlgEditIntervalDlg.h"
 #include "SelectObjectScope.h"
@@ -60,11 +60,11 @@ void CQVWindowLevelDlgSliderCtrl::Init(double minimum, double maximum, UINT tick
                                        const double* markerValues, int style, const RGBQUAD* palette,
                                        UINT paletteCount) {
   if (!palette || paletteCount == 0) return;
-  if (!qvfw::IsValidAddress(palette, static_cast<size_t>(paletteCount) * sizeof(RGBQUAD), false)) return;
+  if (!qv::IsValidAddress(palette, static_cast<size_t>(paletteCount) * sizeof(RGBQUAD), qv::Access::Read)) return;
   if (!std::isfinite(minimum) || !std::isfinite(maximum) || maximum < minimum) return;
   const bool haveValues = markerValues && markerCount > 0;
   if (haveValues &&
-      !qvfw::IsValidAddress(markerValues, static_cast<size_t>(markerCount) * sizeof(double), false)) {
+      !qv::IsValidAddress(markerValues, static_cast<size_t>(markerCount) * sizeof(double), qv::Access::Read)) {
     return;
   }
   m_min = minimum;

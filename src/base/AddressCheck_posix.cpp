@@ -20,7 +20,7 @@ struct MapRange {
 
 // Walks /proc/self/maps and checks that [begin, end) is covered by consecutive readable (and writable when
 // asked) mappings.
-bool CoveredByMappings(uintptr_t begin, uintptr_t end, bool writable) {
+bool CoveredByMappings(uintptr_t begin, uintptr_t end, Access access) {
   FILE* f = std::fopen("/proc/self/maps", "r");
   if (!f) return false;
   char line[512];
@@ -32,7 +32,7 @@ bool CoveredByMappings(uintptr_t begin, uintptr_t end, bool writable) {
     if (std::sscanf(line, "%llx-%llx %7s", &lo, &hi, perms) != 3) continue;
     MapRange r{static_cast<uintptr_t>(lo), static_cast<uintptr_t>(hi), perms[0] == 'r', perms[1] == 'w'};
     if (cursor < r.begin || cursor >= r.end) continue;
-    if (!r.readable || (writable && !r.writable)) break;
+    if (!r.readable || (access == Access::Write && !r.writable)) break;
     cursor = r.end;
     if (cursor >= end) {
       ok = true;
@@ -45,12 +45,12 @@ bool CoveredByMappings(uintptr_t begin, uintptr_t end, bool writable) {
 
 }  // namespace
 
-bool IsValidAddress(const void* p, size_t bytes, bool writable) {
+bool IsValidAddress(const void* p, size_t bytes, Access access) {
   if (!p) return false;
   const uintptr_t begin = reinterpret_cast<uintptr_t>(p);
   if (bytes == 0) bytes = 1;
   if (begin > UINTPTR_MAX - bytes) return false;
-  return CoveredByMappings(begin, begin + bytes, writable);
+  return CoveredByMappings(begin, begin + bytes, access);
 }
 
 }  // namespace qv
