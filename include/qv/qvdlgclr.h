@@ -9,8 +9,7 @@
  * static asserts). uStructSize must equal sizeof the structure exactly.
  * Call Q_DlgInit (qvdlgkrn.h) once before the first dialog.
  */
-#ifndef QV_QVDLGCLR_H
-#define QV_QVDLGCLR_H
+#pragma once
 
 #include "qvimgops.h"
 #include "qvkrn.h"
@@ -418,5 +417,3 @@ int Q_DlgWindowLevel(HWND hWndOwner, QVWINDOWLEVELDLGPARAMS* pParams);
 QV_END_C
 
 #endif /* _WIN32 */
-
-#endif /* QV_QVDLGCLR_H */

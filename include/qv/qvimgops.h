@@ -33,8 +33,7 @@
  * thread's status callback and stop with QV_ERROR_USER_ABORT when it asks;
  * rows are split over the available cores.
  */
-#ifndef QV_QVIMGOPS_H
-#define QV_QVIMGOPS_H
+#pragma once
 
 #include "qvbase.h"
 #include "qverror.h"
@@ -287,5 +286,3 @@ int Q_WindowLevelBitmap(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const 
                         unsigned int uLength, unsigned int uOrderDst, unsigned int uFlags);
 
 QV_END_C
-
-#endif /* QV_QVIMGOPS_H */

@@ -4,8 +4,7 @@
  * controls by them), so they never change once given. Plain defines, read by
  * the resource compiler and by portable code alike.
  */
-#ifndef QVDLGCLR_RESOURCE_H
-#define QVDLGCLR_RESOURCE_H
+#pragma once
 
 /* Controls every before/after template shares. */
 #define IDC_QV_HELP 9
@@ -67,5 +66,3 @@
 #define IDC_SOLARIZE_GROUP 12203
 #define IDC_SOLARIZE_BEFORE 12204
 #define IDC_SOLARIZE_AFTER 12205
-
-#endif /* QVDLGCLR_RESOURCE_H */

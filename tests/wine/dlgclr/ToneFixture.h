@@ -5,8 +5,7 @@
  * seven structures share one layout, so every test works on a brightness
  * structure and each row's call casts it to its own type.
  */
-#ifndef QV_DLGCLR_TONEFIXTURE_H
-#define QV_DLGCLR_TONEFIXTURE_H
+#pragma once
 
 #include <windows.h>
 
@@ -104,5 +103,3 @@ std::wstring KernelString(unsigned id);
 bool ShowsColor(const Image& image, COLORREF color, double share);
 
 }  // namespace qv::test
-
-#endif

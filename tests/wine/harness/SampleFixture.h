@@ -2,8 +2,7 @@
  * Shared helpers of the driver's tests: the sample's starting values and one
  * call that shows the sample dialog under a script.
  */
-#ifndef QV_HARNESS_SAMPLEFIXTURE_H
-#define QV_HARNESS_SAMPLEFIXTURE_H
+#pragma once
 
 #include <vector>
 #include <string>
@@ -24,5 +23,3 @@ bool SameParams(const QVSAMPLEDLGPARAMS& a, const QVSAMPLEDLGPARAMS& b);
 bool FailureMentions(const RunResult& result, const std::vector<const char*>& fragments);
 
 }  // namespace qv::test
-
-#endif

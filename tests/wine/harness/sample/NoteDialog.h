@@ -2,8 +2,7 @@
  * The nested dialog the sample opens from its Note button: one edit, OK and
  * Cancel. It exists so a script can drive a dialog inside a dialog.
  */
-#ifndef QV_SAMPLE_NOTEDIALOG_H
-#define QV_SAMPLE_NOTEDIALOG_H
+#pragma once
 
 #include <windows.h>
 
@@ -25,5 +24,3 @@ class NoteDialog {
 };
 
 }  // namespace qv::sample
-
-#endif

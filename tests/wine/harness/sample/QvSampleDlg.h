@@ -4,8 +4,7 @@
  * painted swatch, a nested message box and a nested dialog, shown modally by
  * one export the way the SDK's dialogs are.
  */
-#ifndef QV_SAMPLE_DLG_H
-#define QV_SAMPLE_DLG_H
+#pragma once
 
 #include <windows.h>
 
@@ -34,6 +33,4 @@ int WINAPI Q_ShowSampleDialog(HWND hWndOwner, QVSAMPLEDLGPARAMS* pParams);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

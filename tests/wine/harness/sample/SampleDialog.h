@@ -5,8 +5,7 @@
  * standard colour and save-file dialogs opened from Color and File buttons, a menu and a toolbar with the menu's commands (a right click on the toolbar
  * sets the middle level). OK writes the values back; Cancel leaves the caller's structure alone.
  */
-#ifndef QV_SAMPLE_DIALOG_H
-#define QV_SAMPLE_DIALOG_H
+#pragma once
 
 #include <windows.h>
 
@@ -46,5 +45,3 @@ class SampleDialog {
 };
 
 }  // namespace qv::sample
-
-#endif

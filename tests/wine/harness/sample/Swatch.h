@@ -3,8 +3,7 @@
  * one colour set by the dialog, and reports clicks and wheel turns back to it
  * as a level pick, so pixel read-back and mouse input can be tested.
  */
-#ifndef QV_SAMPLE_SWATCH_H
-#define QV_SAMPLE_SWATCH_H
+#pragma once
 
 #include <windows.h>
 
@@ -19,5 +18,3 @@ bool RegisterSwatchClass(HINSTANCE instance);
 void SetSwatchColor(HWND swatch, COLORREF color);
 
 }  // namespace qv::sample
-
-#endif

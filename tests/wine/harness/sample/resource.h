@@ -1,6 +1,5 @@
 /* Identifiers of the sample dialog's templates, controls and menu. */
-#ifndef QV_SAMPLE_RESOURCE_H
-#define QV_SAMPLE_RESOURCE_H
+#pragma once
 
 #define IDD_SAMPLE 100
 #define IDD_SAMPLE_NOTE 101
@@ -24,5 +23,3 @@
 
 #define ID_SAMPLE_LEVEL_ZERO 2001
 #define ID_SAMPLE_LEVEL_FULL 2002
-
-#endif

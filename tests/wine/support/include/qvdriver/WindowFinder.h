@@ -2,8 +2,7 @@
  * Looks up the window a step targets among the visible top-level windows of
  * the calling thread (the thread that runs the modal loops).
  */
-#ifndef QVDRIVER_WINDOWFINDER_H
-#define QVDRIVER_WINDOWFINDER_H
+#pragma once
 
 #include <windows.h>
 
@@ -24,5 +23,3 @@ std::wstring WindowClass(HWND hwnd);
 std::string Narrow(const std::wstring& text);
 
 }  // namespace qv::test
-
-#endif

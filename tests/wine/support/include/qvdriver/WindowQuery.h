@@ -5,8 +5,7 @@
  * "#32770"). Steps wait until their window appears, so a step aimed at a
  * nested modal runs only once that modal is up.
  */
-#ifndef QVDRIVER_WINDOWQUERY_H
-#define QVDRIVER_WINDOWQUERY_H
+#pragma once
 
 #include <string>
 
@@ -27,5 +26,3 @@ struct WindowQuery {
 };
 
 }  // namespace qv::test
-
-#endif
