@@ -1,5 +1,7 @@
-// Whole-descriptor helpers on top of the allocation registry: releasing everything a descriptor owns,
-// deep copies (pixels, LUT and region mask each get a fresh block) and blank bitmaps of a given geometry.
+/*
+ * Whole-descriptor helpers on top of the allocation registry: releasing everything a descriptor owns,
+ * deep copies (pixels, LUT and region mask each get a fresh block) and blank bitmaps of a given geometry.
+ */
 #include "Bitmap.h"
 
 #include <cstring>

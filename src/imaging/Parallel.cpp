@@ -1,6 +1,8 @@
-// Row bands over worker threads. Bands are handed out through an atomic counter; the calling thread works
-// on bands too and, between its bands, reports progress and asks the status callback whether to go on. An
-// abort stops new bands from being started; bands already running finish, so no row is half written.
+/*
+ * Row bands over worker threads. Bands are handed out through an atomic counter; the calling thread works
+ * on bands too and, between its bands, reports progress and asks the status callback whether to go on. An
+ * abort stops new bands from being started; bands already running finish, so no row is half written.
+ */
 #include "Parallel.h"
 
 #include <algorithm>

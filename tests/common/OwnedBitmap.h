@@ -1,5 +1,7 @@
-// A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope,
-// shared by the kernel's native and Wine tests.
+/*
+ * A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope,
+ * shared by the kernel's native and Wine tests.
+ */
 #pragma once
 
 #include <cstring>

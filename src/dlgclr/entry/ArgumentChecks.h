@@ -1,8 +1,10 @@
-// The argument checks every dialog export makes before it opens a window, in their fixed order: readiness of
-// the dialog kernel, the structure pointer (null, unmapped or read-only over the probed size), the exact
-// structure size, then the bitmap the flags demand (allocated, and not of signed samples where refused) -
-// once for QVDLG_AUTO_PROCESS and once more for QVDLG_SHOW_PREVIEW. The owner window is checked later by
-// the Windows side. Fields are read byte-wise because the structures are packed.
+/*
+ * The argument checks every dialog export makes before it opens a window, in their fixed order: readiness of
+ * the dialog kernel, the structure pointer (null, unmapped or read-only over the probed size), the exact
+ * structure size, then the bitmap the flags demand (allocated, and not of signed samples where refused) -
+ * once for QVDLG_AUTO_PROCESS and once more for QVDLG_SHOW_PREVIEW. The owner window is checked later by
+ * the Windows side. Fields are read byte-wise because the structures are packed.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
-// the single-value dialogs; the others process them.
+/*
+ * The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
+ * the single-value dialogs; the others process them.
+ */
 #include "ExportInfo.h"
 
 #include "resource.h"

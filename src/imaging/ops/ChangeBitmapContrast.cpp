@@ -1,4 +1,6 @@
-// Contrast about the middle value of the format, through one lookup table per call.
+/*
+ * Contrast about the middle value of the format, through one lookup table per call.
+ */
 #include "ChannelLut.h"
 #include "ContrastCurve.h"
 

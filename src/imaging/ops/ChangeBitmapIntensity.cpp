@@ -1,5 +1,7 @@
-// Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
-// one lookup table per call.
+/*
+ * Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
+ * one lookup table per call.
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

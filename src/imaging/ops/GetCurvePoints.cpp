@@ -1,6 +1,8 @@
-// The curve-through-points table builder of the curve dialogs: a monotone cubic Hermite curve (tangents by
-// Fritsch and Carlson) through every control point, so the curve never overshoots between two points, held
-// constant before the first point and after the last. Everything is checked before the table is written.
+/*
+ * The curve-through-points table builder of the curve dialogs: a monotone cubic Hermite curve (tangents by
+ * Fritsch and Carlson) through every control point, so the curve never overshoots between two points, held
+ * constant before the first point and after the last. Everything is checked before the table is written.
+ */
 #include <cmath>
 #include <vector>
 

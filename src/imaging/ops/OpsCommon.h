@@ -1,7 +1,9 @@
-// Shared plumbing of the image operations: the accepted-format table every operation declares, the common
-// start of an operation (bitmap, flags, format, the indexed-with-region refusal), the rounding every formula
-// uses, and the parallel walk over the rows and spans a region leaves inside. Kept in one place so that all
-// operations check in the same order and round the same way.
+/*
+ * Shared plumbing of the image operations: the accepted-format table every operation declares, the common
+ * start of an operation (bitmap, flags, format, the indexed-with-region refusal), the rounding every formula
+ * uses, and the parallel walk over the rows and spans a region leaves inside. Kept in one place so that all
+ * operations check in the same order and round the same way.
+ */
 #pragma once
 
 #include <atomic>

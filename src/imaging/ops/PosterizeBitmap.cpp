@@ -1,4 +1,6 @@
-// Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table.
+/*
+ * Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table.
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

@@ -1,5 +1,7 @@
-// Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
-// is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples).
+/*
+ * Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
+ * is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples).
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

@@ -1,6 +1,8 @@
-// The base under every export: the guard turns any exception into a result code and lets none escape; the
-// probes tell readable from writable memory and measure a host's string without reading past the last
-// readable byte, at the edges where an off-by-one would read a byte too many or refuse a valid string.
+/*
+ * The base under every export: the guard turns any exception into a result code and lets none escape; the
+ * probes tell readable from writable memory and measure a host's string without reading past the last
+ * readable byte, at the edges where an off-by-one would read a byte too many or refuse a valid string.
+ */
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>

@@ -1,7 +1,9 @@
-// The scroll window and image viewer: zoom ladder and fit, scroll limits,
-// what part of the image the view reports as visible, panning and wheel zoom
-// with their notifications, and the pixels painted for a plain and a split
-// view.
+/*
+ * The scroll window and image viewer: zoom ladder and fit, scroll limits,
+ * what part of the image the view reports as visible, panning and wheel zoom
+ * with their notifications, and the pixels painted for a plain and a split
+ * view.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -1,7 +1,9 @@
-// Dialogs: modeless and modal dialogs from this program's template, data
-// exchange in both directions, the default OK and Cancel commands, keyboard
-// handling by the dialog manager, the message filter, and notifications
-// offered to the child's own object before the dialog's handler.
+/*
+ * Dialogs: modeless and modal dialogs from this program's template, data
+ * exchange in both directions, the default OK and Cancel commands, keyboard
+ * handling by the dialog manager, the message filter, and notifications
+ * offered to the child's own object before the dialog's handler.
+ */
 #include <windows.h>
 
 #include <commctrl.h>

@@ -1,6 +1,8 @@
-// Hostile input to the exports under Windows: null, unmapped and read-only descriptors (probed through
-// VirtualQuery), impossible sizes, damaged, cut-short and foreign files. Each gets its code, nothing crashes,
-// and the caller's memory is not written.
+/*
+ * Hostile input to the exports under Windows: null, unmapped and read-only descriptors (probed through
+ * VirtualQuery), impossible sizes, damaged, cut-short and foreign files. Each gets its code, nothing crashes,
+ * and the caller's memory is not written.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -1,6 +1,8 @@
-// Painting into a 32-bit DIB section: a checker reduced turns mid-gray, a palette image shows its palette
-// colors, a 12-bit image shows its window-level LUT, enlargement repeats pixels, only the clip box is
-// painted, and bad device contexts or rectangles are refused. Also the palette exports.
+/*
+ * Painting into a 32-bit DIB section: a checker reduced turns mid-gray, a palette image shows its palette
+ * colors, a 12-bit image shows its window-level LUT, enlargement repeats pixels, only the clip box is
+ * painted, and bad device contexts or rectangles are refused. Also the palette exports.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 
