@@ -89,7 +89,8 @@ extern "C" int Q_GetCurvePoints(unsigned int* pTable, unsigned int uLength, cons
     if (rc != QV_SUCCESS) return rc;
     rc = CheckPoints(pPoints, nCount, uLength);
     if (rc != QV_SUCCESS) return rc;
-    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), qv::Access::Write))
+      return QV_ERROR_INVALID_PARAMETER;
     FillCurve(pTable, uLength, pPoints, nCount);
     if (puFilled) *puFilled = uLength;
     return QV_SUCCESS;

@@ -10,12 +10,12 @@
 #include <cstdint>
 #include <cstring>
 
-#include "AddressCheck.h"
 #include "../BitmapCheck.h"
-#include "ExportGuard.h"
 #include "../Parallel.h"
 #include "../PixelFormat.h"
 #include "../Region.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "qv/qvimgops.h"
 
 // Hot kernels get a second copy compiled for AVX2, picked at run time, where the compiler supports

@@ -106,11 +106,9 @@ TEST(StringProbe, MeasuresUpToTheLastReadableCharacterAndNoFurther) {
     GuardedPage page;
     const size_t untouched = 12345;
     size_t length = untouched;
-    const bool accepted = row.wide
-                              ? qv::SafeStringLength(page.PlaceAtEnd<wchar_t>(row.count, row.terminated),
-                                                     row.maxLength, &length)
-                              : qv::SafeStringLength(page.PlaceAtEnd<char>(row.count, row.terminated),
-                                                     row.maxLength, &length);
+    const bool accepted =
+        row.wide ? qv::SafeStringLength(page.PlaceAtEnd<wchar_t>(row.count, row.terminated), row.maxLength, &length)
+                 : qv::SafeStringLength(page.PlaceAtEnd<char>(row.count, row.terminated), row.maxLength, &length);
     EXPECT_EQ(accepted, row.accepted) << row.what;
     EXPECT_EQ(length, row.accepted ? row.count : untouched) << row.what;
   }
