@@ -4,8 +4,7 @@
  * choice of how a dialog's result is applied, one step of undo, open and
  * save, and a status bar with the picture's size, depth and the last result.
  */
-#ifndef QVDEMO_DEMOWINDOW_H
-#define QVDEMO_DEMOWINDOW_H
+#pragma once
 
 #include <windows.h>
 
@@ -69,5 +68,3 @@ class DemoWindow {
 };
 
 }  // namespace qvdemo
-
-#endif

@@ -5,8 +5,7 @@
  * the values it returns, what it hands back that the caller must release,
  * and how the tour drives it (its main control and an interesting value).
  */
-#ifndef QVDEMO_DIALOGCATALOG_H
-#define QVDEMO_DIALOGCATALOG_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -51,5 +50,3 @@ const std::vector<DialogEntry>& DialogCatalog();
 const DialogEntry* FindDialogEntry(const std::string& exportName);
 
 }  // namespace qvdemo
-
-#endif

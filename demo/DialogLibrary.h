@@ -3,8 +3,7 @@
  * built against this table keeps working as dialogs are added, and the menu
  * shows exactly the ones the installed library has.
  */
-#ifndef QVDEMO_DIALOGLIBRARY_H
-#define QVDEMO_DIALOGLIBRARY_H
+#pragma once
 
 #include <windows.h>
 
@@ -29,5 +28,3 @@ class DialogLibrary {
 };
 
 }  // namespace qvdemo
-
-#endif

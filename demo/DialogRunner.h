@@ -5,8 +5,7 @@
  * values the dialog returned. The window, the tour and the tests all go
  * through here, so the two ways are compared on exactly what the demo does.
  */
-#ifndef QVDEMO_DIALOGRUNNER_H
-#define QVDEMO_DIALOGRUNNER_H
+#pragma once
 
 #include <windows.h>
 
@@ -42,5 +41,3 @@ DialogOutcome RunDialog(const DialogEntry& entry, DialogCall call, HWND owner, B
                         int mainValue, const CallInvoker& invoker = {});
 
 }  // namespace qvdemo
-
-#endif

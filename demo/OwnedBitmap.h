@@ -3,8 +3,7 @@
  * allocated, freed when the owner goes away. Move-only, so exactly one owner
  * ever frees it; copies of the pixels are made explicitly with CopyFrom.
  */
-#ifndef QVDEMO_OWNEDBITMAP_H
-#define QVDEMO_OWNEDBITMAP_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -41,5 +40,3 @@ class OwnedBitmap {
 };
 
 }  // namespace qvdemo
-
-#endif

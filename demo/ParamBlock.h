@@ -7,8 +7,7 @@
  * for as long as the structure that points at it; a copy of the block keeps
  * the bytes, so a copied structure still points at the original's table.
  */
-#ifndef QVDEMO_PARAMBLOCK_H
-#define QVDEMO_PARAMBLOCK_H
+#pragma once
 
 #include <cstddef>
 #include <cstring>
@@ -51,5 +50,3 @@ class ParamBlock {
 };
 
 }  // namespace qvdemo
-
-#endif

@@ -2,8 +2,7 @@
  * The meaning of every result code of qverror.h, as the status bar and the
  * tour page show it next to the number.
  */
-#ifndef QVDEMO_RESULTCODES_H
-#define QVDEMO_RESULTCODES_H
+#pragma once
 
 #include <string>
 
@@ -13,5 +12,3 @@ namespace qvdemo {
 std::wstring DescribeResult(int code);
 
 }  // namespace qvdemo
-
-#endif

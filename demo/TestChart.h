@@ -4,8 +4,7 @@
  * dialogs, and 12- and 16-bit gray gradients for the window-level dialog
  * and the deep-sample paths of the others.
  */
-#ifndef QVDEMO_TESTCHART_H
-#define QVDEMO_TESTCHART_H
+#pragma once
 
 #include "OwnedBitmap.h"
 
@@ -17,5 +16,3 @@ int MakeColorChart(OwnedBitmap& bitmap, int width = 512, int height = 384);
 int MakeGrayGradient(OwnedBitmap& bitmap, int bits, int width = 512, int height = 256);
 
 }  // namespace qvdemo
-
-#endif

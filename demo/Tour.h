@@ -4,8 +4,7 @@
  * driver, the dialog photographed, OK pressed, and the pictures before and
  * after written beside a row for the page.
  */
-#ifndef QVDEMO_TOUR_H
-#define QVDEMO_TOUR_H
+#pragma once
 
 #include <windows.h>
 
@@ -57,5 +56,3 @@ std::vector<TourRow> RunTour(const DialogLibrary& library, HWND owner, const Tou
 bool EnsureFolder(const std::wstring& folder);
 
 }  // namespace qvdemo
-
-#endif

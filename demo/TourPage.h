@@ -3,8 +3,7 @@
  * values chosen, the pictures before and after, the result code and its
  * meaning, and any failure), written into the tour folder.
  */
-#ifndef QVDEMO_TOURPAGE_H
-#define QVDEMO_TOURPAGE_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -19,5 +18,3 @@ std::string TourPageHtml(const std::vector<TourRow>& rows, const std::wstring& s
 bool WriteTourPage(const std::wstring& folder, const std::vector<TourRow>& rows, const std::wstring& sampleNote);
 
 }  // namespace qvdemo
-
-#endif

@@ -2,8 +2,7 @@
  * Identifiers of the demo host's menu, accelerators and icon-less resources.
  * The dialog commands are numbered from IDM_DIALOG_FIRST in catalog order.
  */
-#ifndef QVDEMO_RESOURCE_H
-#define QVDEMO_RESOURCE_H
+#pragma once
 
 #define IDR_MAINMENU 101
 #define IDR_ACCELERATORS 102
@@ -20,5 +19,3 @@
 #define IDM_MODE_OPERATION 1021
 #define IDM_ABOUT 1030
 #define IDM_DIALOG_FIRST 2000
-
-#endif

@@ -1,7 +1,9 @@
-// Times the kernel on a 12-megapixel 24-bit image: saving and loading it (BMP and PNG), copying it, and
-// painting it reduced to a 1024 x 768 preview and at 1:1 into an 800 x 600 window. Peers in the same run:
-// a fresh buffer and memcpy for the copy; on Windows StretchDIBits with HALFTONE for the reduced paint. Prints milliseconds
-// (best of several runs) and ratios; nothing is asserted.
+/*
+ * Times the kernel on a 12-megapixel 24-bit image: saving and loading it (BMP and PNG), copying it, and painting it
+ * reduced to a 1024 x 768 preview and at 1:1 into an 800 x 600 window. Peers in the same run: a fresh buffer and memcpy
+ * for the copy; on Windows StretchDIBits with HALFTONE for the reduced paint. Prints milliseconds (best of several
+ * runs) and ratios; nothing is asserted.
+ */
 #include <chrono>
 #include <cstdio>
 #include <cstring>

@@ -1,9 +1,11 @@
-// Peak extra memory and time of the preview's kernel work on a 100-megapixel 24-bit image (10000 x 10000), as
-// a before/after dialog does it: at fit zoom the image reduced to an 800 x 800 pane; at 100 % the visible
-// 800 x 600 rectangle with its margin copied out; and the worst case, an effect that needs its neighbourhood,
-// where the covered region is copied at full resolution, changed in place and then reduced to the pane.
-// Peak memory is the rise of the process's peak resident set (VmHWM, reset through /proc/self/clear_refs)
-// over what the image itself holds, printed as a multiple of the image's size. Linux only; asserts nothing.
+/*
+ * Peak extra memory and time of the preview's kernel work on a 100-megapixel 24-bit image (10000 x 10000), as
+ * a before/after dialog does it: at fit zoom the image reduced to an 800 x 800 pane; at 100 % the visible
+ * 800 x 600 rectangle with its margin copied out; and the worst case, an effect that needs its neighbourhood,
+ * where the covered region is copied at full resolution, changed in place and then reduced to the pane.
+ * Peak memory is the rise of the process's peak resident set (VmHWM, reset through /proc/self/clear_refs)
+ * over what the image itself holds, printed as a multiple of the image's size. Linux only; asserts nothing.
+ */
 #include <chrono>
 #include <cstdio>
 #include <cstring>

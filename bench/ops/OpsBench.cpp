@@ -1,12 +1,14 @@
-// Throughput of the image operations on one deterministic 4000 x 3000 24-bit image, each beside the nearest
-// OpenCV equivalent run in the same process on the same pixels (cv::LUT for the table operations, the
-// BGR -> HSV -> BGR round trip with a channel change for hue and saturation, cv::transform for balance
-// colors) and beside a plain memcpy of the image as the physical limit. Every pair runs single-threaded
-// (the process pinned to one CPU, OpenCV told to use one thread) and then on all cores. Also times the
-// window-level fill of a 65536-entry LUT plus its application to a 12-megapixel 16-bit gray image.
-// Local histogram equalization runs beside OpenCV's CLAHE (clip limit high enough to be plain equalization,
-// the same number of tiles) on one 12-megapixel 8-bit gray image, all cores for both.
-// Prints MPix/s and ratios; asserts nothing. Run: build/native/bench/ops/qv_ops_bench [name filter]
+/*
+ * Throughput of the image operations on one deterministic 4000 x 3000 24-bit image, each beside the nearest
+ * OpenCV equivalent run in the same process on the same pixels (cv::LUT for the table operations, the
+ * BGR -> HSV -> BGR round trip with a channel change for hue and saturation, cv::transform for balance
+ * colors) and beside a plain memcpy of the image as the physical limit. Every pair runs single-threaded
+ * (the process pinned to one CPU, OpenCV told to use one thread) and then on all cores. Also times the
+ * window-level fill of a 65536-entry LUT plus its application to a 12-megapixel 16-bit gray image.
+ * Local histogram equalization runs beside OpenCV's CLAHE (clip limit high enough to be plain equalization,
+ * the same number of tiles) on one 12-megapixel 8-bit gray image, all cores for both.
+ * Prints MPix/s and ratios; asserts nothing. Run: build/native/bench/ops/qv_ops_bench [name filter]
+ */
 #include <sched.h>
 
 #include <opencv2/core.hpp>

@@ -1,10 +1,12 @@
-// Color reduction side by side with ImageMagick (Magick++: quantize with Floyd-Steinberg) and libimagequant
-// (dithering level 1), in one process on the same pixels: the sample photograph and a 12-megapixel
-// enlargement of it, reduced to 256, 64 and 16 colors with an optimized palette and Floyd-Steinberg
-// dithering. The three take turns, so a busy moment of the machine falls on all of them alike. Prints the
-// best of a few runs in milliseconds, the PSNR over R, G, B and the mean CIE76 color difference in L*a*b*
-// (D65) for each, and the ratios the product is held to. Asserts nothing.
-// Run: build/native/bench/ops/qv_reduce_bench [photo.png]
+/*
+ * Color reduction side by side with ImageMagick (Magick++: quantize with Floyd-Steinberg) and libimagequant
+ * (dithering level 1), in one process on the same pixels: the sample photograph and a 12-megapixel
+ * enlargement of it, reduced to 256, 64 and 16 colors with an optimized palette and Floyd-Steinberg
+ * dithering. The three take turns, so a busy moment of the machine falls on all of them alike. Prints the
+ * best of a few runs in milliseconds, the PSNR over R, G, B and the mean CIE76 color difference in L*a*b*
+ * (D65) for each, and the ratios the product is held to. Asserts nothing.
+ * Run: build/native/bench/ops/qv_reduce_bench [photo.png]
+ */
 #include <Magick++.h>
 #include <libimagequant.h>
 

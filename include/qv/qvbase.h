@@ -3,8 +3,7 @@
  * own; elsewhere (the portable core built natively for tests) layout-identical
  * stand-ins are declared here, so the same structures compile on both.
  */
-#ifndef QV_QVBASE_H
-#define QV_QVBASE_H
+#pragma once
 
 #include <stddef.h>
 #include <stdint.h>
@@ -51,5 +50,3 @@ typedef struct tagRECT {
 QV_STATIC_ASSERT(sizeof(RGBQUAD) == 4, "RGBQUAD is four bytes");
 QV_STATIC_ASSERT(sizeof(POINT) == 8, "POINT is two 32-bit integers");
 QV_STATIC_ASSERT(sizeof(RECT) == 16, "RECT is four 32-bit integers");
-
-#endif /* QV_QVBASE_H */

@@ -15,8 +15,7 @@
  * change the pixels inside the region alone when both sides share one
  * palette, so the dialog neither opens nor previews what OK cannot do.
  */
-#ifndef QV_QVDLGCLR_H
-#define QV_QVDLGCLR_H
+#pragma once
 
 #include "qvimgops.h"
 #include "qvkrn.h"
@@ -424,5 +423,3 @@ int Q_DlgWindowLevel(HWND hWndOwner, QVWINDOWLEVELDLGPARAMS* pParams);
 QV_END_C
 
 #endif /* _WIN32 */
-
-#endif /* QV_QVDLGCLR_H */

@@ -11,8 +11,7 @@
  * string and list functions are portable and also built natively; the readiness,
  * font and placement functions exist on Windows only.
  */
-#ifndef QV_QVDLGKRN_H
-#define QV_QVDLGKRN_H
+#pragma once
 
 #include "qvbase.h"
 #include "qverror.h"
@@ -302,5 +301,3 @@ int Q_DlgPlaceWindow(HWND hWnd, const POINT* pPoint);
 #endif
 
 QV_END_C
-
-#endif /* QV_QVDLGKRN_H */

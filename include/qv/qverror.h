@@ -3,8 +3,7 @@
  * 32-bit result: QV_SUCCESS (1), one of the dialog results (100, 101, 102), or
  * a negative error code from this list.
  */
-#ifndef QV_QVERROR_H
-#define QV_QVERROR_H
+#pragma once
 
 #define QV_SUCCESS 1                          /* the call did what was asked */
 
@@ -41,5 +40,3 @@
 #define QV_ERROR_NOT_FOUND -1431              /* the requested item (string id, color name) does not exist */
 #define QV_ERROR_NOT_INITIALIZED -1432        /* a release was asked for without the matching initialisation */
 #define QV_ERROR_PLATFORM -1440               /* a Windows API call failed (GDI, Imaging Component) */
-
-#endif /* QV_QVERROR_H */

@@ -40,8 +40,7 @@
  * thread's status callback and stop with QV_ERROR_USER_ABORT when it asks;
  * rows are split over the available cores.
  */
-#ifndef QV_QVIMGOPS_H
-#define QV_QVIMGOPS_H
+#pragma once
 
 #include "qvbase.h"
 #include "qverror.h"
@@ -481,5 +480,3 @@ int Q_HalfToneBitmap(BITMAPHANDLE* pBitmap, unsigned int uType, int nAngle, unsi
                      HBITMAPLIST hPatterns, unsigned int uFlags);
 
 QV_END_C
-
-#endif /* QV_QVIMGOPS_H */

@@ -8,8 +8,7 @@
  * whose undefined bits are refused with QV_ERROR_INVALID_FLAGS, and every
  * pointer argument checked (null, unmapped, not writable) before use.
  */
-#ifndef QV_QVKRN_H
-#define QV_QVKRN_H
+#pragma once
 
 #include "qvbase.h"
 #include "qverror.h"
@@ -244,5 +243,3 @@ int Q_CreatePaintPalette(HDC hDC, const BITMAPHANDLE* p, HPALETTE* phPalette, un
 #endif
 
 QV_END_C
-
-#endif /* QV_QVKRN_H */

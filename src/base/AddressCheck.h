@@ -1,7 +1,9 @@
-// The one pointer probe of every layer that takes pointers from a host: a pointer handed across an export is
-// probed before it is read or written, so that a null, unmapped or read-only pointer becomes an error code
-// instead of an access violation. The caller always says whether it means to read or to write; a probe that
-// silently asked for write access would refuse a host's read-only input.
+/*
+ * The one pointer probe of every layer that takes pointers from a host: a pointer handed across an export is
+ * probed before it is read or written, so that a null, unmapped or read-only pointer becomes an error code
+ * instead of an access violation. The caller always says whether it means to read or to write; a probe that
+ * silently asked for write access would refuse a host's read-only input.
+ */
 #pragma once
 
 #include <cstddef>

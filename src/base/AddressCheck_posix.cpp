@@ -1,7 +1,9 @@
-// The native address probe. Linux has no VirtualQuery, so every call reads the mappings and their
-// permissions from /proc/self/maps; that costs tens of microseconds, which is why the probe is used only for
-// what crosses an export (descriptors, records, tables), never per pixel. A pointer inside a run of
-// mappings with the needed permission bits is valid.
+/*
+ * The native address probe. Linux has no VirtualQuery, so every call reads the mappings and their
+ * permissions from /proc/self/maps; that costs tens of microseconds, which is why the probe is used only for
+ * what crosses an export (descriptors, records, tables), never per pixel. A pointer inside a run of
+ * mappings with the needed permission bits is valid.
+ */
 #include "AddressCheck.h"
 
 #include <cstdint>

@@ -1,6 +1,8 @@
-// The Windows address probe over VirtualQuery: every region overlapping [p, p+bytes) must be committed, not a
-// guard page and readable (writable when asked), so a forged pointer from a host gives an error code rather
-// than an access violation.
+/*
+ * The Windows address probe over VirtualQuery: every region overlapping [p, p+bytes) must be committed, not a
+ * guard page and readable (writable when asked), so a forged pointer from a host gives an error code rather
+ * than an access violation.
+ */
 #include "AddressCheck.h"
 
 #include <windows.h>

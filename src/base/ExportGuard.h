@@ -1,6 +1,8 @@
-// Keeps C++ exceptions from crossing an export of the three DLLs: the body of every export runs inside
-// Guarded, which turns an allocation failure into QV_ERROR_NO_MEMORY and anything else into the code the
-// export names (each DLL has the one that fits its callers), and leaves a trace of what it caught.
+/*
+ * Keeps C++ exceptions from crossing an export of the three DLLs: the body of every export runs inside
+ * Guarded, which turns an allocation failure into QV_ERROR_NO_MEMORY and anything else into the code the
+ * export names (each DLL has the one that fits its callers), and leaves a trace of what it caught.
+ */
 #pragma once
 
 #include <new>

@@ -1,5 +1,7 @@
-// The bounded string probe. The address probe is asked once per page the string touches, not once per
-// character: on Linux each probe reads the process's mappings, and a page is the unit memory is mapped in.
+/*
+ * The bounded string probe. The address probe is asked once per page the string touches, not once per
+ * character: on Linux each probe reads the process's mappings, and a page is the unit memory is mapped in.
+ */
 #include "StringProbe.h"
 
 #include <cstdint>

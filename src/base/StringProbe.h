@@ -1,6 +1,8 @@
-// The one bounded string probe: the length of a host's terminated string, read page by page so that a string
-// running into unmapped memory is refused instead of read past. Every export that takes a host's text (a file
-// path, a string-table override, a pattern name) measures it here before it copies it.
+/*
+ * The one bounded string probe: the length of a host's terminated string, read page by page so that a string
+ * running into unmapped memory is refused instead of read past. Every export that takes a host's text (a file
+ * path, a string-table override, a pattern name) measures it here before it copies it.
+ */
 #pragma once
 
 #include <cstddef>

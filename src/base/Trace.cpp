@@ -1,5 +1,7 @@
-// Builds a trace line in a fixed buffer (a trace is often written because memory ran out) and hands it to the
-// platform's sink.
+/*
+ * Builds a trace line in a fixed buffer (a trace is often written because memory ran out) and hands it to the
+ * platform's sink.
+ */
 #include "Trace.h"
 
 #include <exception>

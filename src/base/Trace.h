@@ -1,6 +1,8 @@
-// The trace a catch-all leaves. No exception may cross an export or a window procedure, so those boundaries
-// catch everything; what they catch is still a fault someone has to find, so each one writes a line to the
-// debugger (OutputDebugStringW on Windows, standard error natively) before it carries on.
+/*
+ * The trace a catch-all leaves. No exception may cross an export or a window procedure, so those boundaries
+ * catch everything; what they catch is still a fault someone has to find, so each one writes a line to the
+ * debugger (OutputDebugStringW on Windows, standard error natively) before it carries on.
+ */
 #pragma once
 
 namespace qv {

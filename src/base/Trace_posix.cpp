@@ -1,4 +1,6 @@
-// The native trace sink: standard error, where a developer running the native tests sees it.
+/*
+ * The native trace sink: standard error, where a developer running the native tests sees it.
+ */
 #include "Trace.h"
 
 #include <cstdio>

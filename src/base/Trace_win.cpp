@@ -1,4 +1,6 @@
-// The Windows trace sink: the debugger's output (DebugView, or the debugger a developer has attached).
+/*
+ * The Windows trace sink: the debugger's output (DebugView, or the debugger a developer has attached).
+ */
 #include "Trace.h"
 
 #include <windows.h>

@@ -6,11 +6,11 @@
 #include <cstring>
 #include <cwchar>
 
+#include "AddressCheck.h"
 #include "ColorModels.h"
 #include "ColorNames.h"
-#include "LabConverter.h"
-#include "AddressCheck.h"
 #include "ExportGuard.h"
+#include "LabConverter.h"
 #include "qv/qvdlgkrn.h"
 
 namespace {
@@ -18,7 +18,8 @@ namespace {
 template <typename In, typename Out, typename Convert>
 int ConvertRecord(const In* pIn, Out* pOut, Convert convert) {
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
-    if (!qv::IsValidAddress(pIn, sizeof(In), qv::Access::Read) || !qv::IsValidAddress(pOut, sizeof(Out), qv::Access::Write))
+    if (!qv::IsValidAddress(pIn, sizeof(In), qv::Access::Read) ||
+        !qv::IsValidAddress(pOut, sizeof(Out), qv::Access::Write))
       return QV_ERROR_INVALID_PARAMETER;
     const In input = *pIn;  // a copy, so that overlapping records are harmless
     if (!qv::IsValid(input)) return QV_ERROR_INVALID_PARAMETER;
@@ -89,7 +90,8 @@ QV_EXTERN_C int Q_DlgGetColorNameLen(COLORREF crColor, unsigned int* puLen) {
 
 QV_EXTERN_C int Q_DlgGetColorName(COLORREF crColor, wchar_t* pBuf, unsigned int uBufLen) {
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
-    if (uBufLen == 0 || !qv::IsValidAddress(pBuf, uBufLen * sizeof(wchar_t), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    if (uBufLen == 0 || !qv::IsValidAddress(pBuf, uBufLen * sizeof(wchar_t), qv::Access::Write))
+      return QV_ERROR_INVALID_PARAMETER;
     const wchar_t* name = NameOf(crColor);
     if (!name) return QV_ERROR_NOT_FOUND;
     const std::size_t length = std::wcslen(name);

@@ -3,8 +3,7 @@
  * every model converts to and from it. Inputs are validated by the callers
  * (IsValid), so the conversions themselves cannot fail.
  */
-#ifndef QV_DLGKERNEL_COLORMODELS_H
-#define QV_DLGKERNEL_COLORMODELS_H
+#pragma once
 
 #include "qv/qvdlgkrn.h"
 
@@ -27,5 +26,3 @@ QVCMYK RgbToCmyk(const QVRGB& c);
 QVRGB CmykToRgb(const QVCMYK& c);
 
 }  // namespace qv
-
-#endif

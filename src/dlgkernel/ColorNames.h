@@ -2,8 +2,7 @@
  * The CSS named colors: lookup of a name by exact color, and the whole table
  * for tests.
  */
-#ifndef QV_DLGKERNEL_COLORNAMES_H
-#define QV_DLGKERNEL_COLORNAMES_H
+#pragma once
 
 #include <cstdint>
 
@@ -21,5 +20,3 @@ const NamedColor* NamedColorsEnd();
 const wchar_t* FindColorName(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
 }  // namespace qv
-
-#endif

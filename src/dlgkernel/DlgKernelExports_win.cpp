@@ -30,9 +30,8 @@ QV_EXTERN_C int Q_DlgInit(unsigned int uFlags) {
 }
 
 QV_EXTERN_C int Q_DlgFree(void) {
-  return qv::Guarded(QV_ERROR_PLATFORM, [] {
-    return qv::DlgKernelState::Instance().Free() ? QV_SUCCESS : QV_ERROR_NOT_INITIALIZED;
-  });
+  return qv::Guarded(QV_ERROR_PLATFORM,
+                     [] { return qv::DlgKernelState::Instance().Free() ? QV_SUCCESS : QV_ERROR_NOT_INITIALIZED; });
 }
 
 QV_EXTERN_C int Q_DlgIsReady(void) {

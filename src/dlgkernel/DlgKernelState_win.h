@@ -3,8 +3,7 @@
  * initialised it, and the dialog font (the host's, or the system message font
  * the kernel made and owns).
  */
-#ifndef QV_DLGKERNEL_DLGKERNELSTATE_WIN_H
-#define QV_DLGKERNEL_DLGKERNELSTATE_WIN_H
+#pragma once
 
 #include <windows.h>
 
@@ -36,5 +35,3 @@ class DlgKernelState {
 };
 
 }  // namespace qv
-
-#endif

@@ -1,8 +1,7 @@
 /*
  * A move-only owner of a GDI font the kernel created; deletes it on release.
  */
-#ifndef QV_DLGKERNEL_FONTHANDLE_WIN_H
-#define QV_DLGKERNEL_FONTHANDLE_WIN_H
+#pragma once
 
 #include <windows.h>
 
@@ -36,5 +35,3 @@ class FontHandle {
 };
 
 }  // namespace qv
-
-#endif

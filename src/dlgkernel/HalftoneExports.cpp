@@ -7,9 +7,9 @@
 #include <memory>
 #include <mutex>
 
-#include "HalftoneListCopy.h"
 #include "AddressCheck.h"
 #include "ExportGuard.h"
+#include "HalftoneListCopy.h"
 #include "qv/qvdlgkrn.h"
 
 namespace {

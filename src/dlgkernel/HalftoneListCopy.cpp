@@ -6,8 +6,8 @@
 #include "HalftoneListCopy.h"
 
 #include "AddressCheck.h"
-#include "StringProbe.h"
 #include "NarrowText.h"
+#include "StringProbe.h"
 
 namespace qv {
 

@@ -3,8 +3,7 @@
  * entries and the widened names in one object, so the copy is released in one
  * step. Bitmaps and user data are shared with the source, not duplicated.
  */
-#ifndef QV_DLGKERNEL_HALFTONELISTCOPY_H
-#define QV_DLGKERNEL_HALFTONELISTCOPY_H
+#pragma once
 
 #include <memory>
 #include <string>
@@ -35,5 +34,3 @@ class HalftoneListCopy {
 };
 
 }  // namespace qv
-
-#endif

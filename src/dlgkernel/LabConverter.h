@@ -3,8 +3,7 @@
  * computes it: the sRGB tone curve, the sRGB primaries with a D65 white
  * adapted to D50 by the Bradford transform, then the CIE Lab formulas.
  */
-#ifndef QV_DLGKERNEL_LABCONVERTER_H
-#define QV_DLGKERNEL_LABCONVERTER_H
+#pragma once
 
 #include "qv/qvdlgkrn.h"
 
@@ -33,5 +32,3 @@ class LabConverter {
 };
 
 }  // namespace qv
-
-#endif

@@ -3,8 +3,7 @@
  * from UTF-8 elsewhere. Invalid byte sequences are refused, not replaced, so a
  * damaged name is reported instead of shown garbled.
  */
-#ifndef QV_DLGKERNEL_NARROWTEXT_H
-#define QV_DLGKERNEL_NARROWTEXT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -14,5 +13,3 @@ namespace qv {
 bool NarrowToWide(const char* psz, std::size_t length, std::wstring& out);
 
 }  // namespace qv
-
-#endif

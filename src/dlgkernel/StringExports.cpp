@@ -29,7 +29,8 @@ QV_EXTERN_C int Q_DlgGetStringLen(unsigned int uId, unsigned int* puLen) {
 
 QV_EXTERN_C int Q_DlgGetString(unsigned int uId, wchar_t* pBuf, unsigned int uBufLen) {
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
-    if (uBufLen == 0 || !qv::IsValidAddress(pBuf, uBufLen * sizeof(wchar_t), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    if (uBufLen == 0 || !qv::IsValidAddress(pBuf, uBufLen * sizeof(wchar_t), qv::Access::Write))
+      return QV_ERROR_INVALID_PARAMETER;
     auto text = qv::StringStore::Instance().Text(uId);
     if (!text) return QV_ERROR_NOT_FOUND;
     if (text->size() + 1 > uBufLen) return QV_ERROR_BUFFER_TOO_SMALL;

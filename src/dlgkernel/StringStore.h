@@ -4,8 +4,7 @@
  * mutex, because a host may localise from one thread while a dialog runs on
  * another.
  */
-#ifndef QV_DLGKERNEL_STRINGSTORE_H
-#define QV_DLGKERNEL_STRINGSTORE_H
+#pragma once
 
 #include <map>
 #include <mutex>
@@ -36,5 +35,3 @@ class StringStore {
 };
 
 }  // namespace qv
-
-#endif

@@ -3,8 +3,7 @@
  * German text. The table itself lives in StringTableData.cpp; this header is
  * how the store and the tests reach it.
  */
-#ifndef QV_DLGKERNEL_STRINGTABLE_H
-#define QV_DLGKERNEL_STRINGTABLE_H
+#pragma once
 
 #include <vector>
 
@@ -23,5 +22,3 @@ const StringEntry* FindStringEntry(unsigned id);
 std::vector<unsigned> AllStringIds();
 
 }  // namespace qv
-
-#endif

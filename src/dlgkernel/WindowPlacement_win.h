@@ -2,8 +2,7 @@
  * Where a dialog opens: at a requested top-left point or centred on its owner,
  * always whole inside the work area of one monitor.
  */
-#ifndef QV_DLGKERNEL_WINDOWPLACEMENT_WIN_H
-#define QV_DLGKERNEL_WINDOWPLACEMENT_WIN_H
+#pragma once
 
 #include <windows.h>
 
@@ -17,5 +16,3 @@ int PlaceWindow(HWND hWnd, const POINT* pPoint);
 POINT FitIntoArea(POINT wanted, LONG width, LONG height, const RECT& area);
 
 }  // namespace qv
-
-#endif

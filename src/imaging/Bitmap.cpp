@@ -1,5 +1,7 @@
-// Whole-descriptor helpers on top of the allocation registry: releasing everything a descriptor owns,
-// deep copies (pixels, LUT and region mask each get a fresh block) and the one way a new bitmap is made.
+/*
+ * Whole-descriptor helpers on top of the allocation registry: releasing everything a descriptor owns,
+ * deep copies (pixels, LUT and region mask each get a fresh block) and the one way a new bitmap is made.
+ */
 #include "Bitmap.h"
 
 #include <cstring>

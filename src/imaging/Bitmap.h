@@ -1,6 +1,8 @@
-// Kernel-owned memory for pixels and side tables (LUT, region mask). Every block is registered with its size,
-// so a descriptor's pointers can be proven to be live kernel allocations of sufficient size before use: a
-// forged, stale or already freed pointer is then an error code, never a crash or a double free.
+/*
+ * Kernel-owned memory for pixels and side tables (LUT, region mask). Every block is registered with its size,
+ * so a descriptor's pointers can be proven to be live kernel allocations of sufficient size before use: a
+ * forged, stale or already freed pointer is then an error code, never a crash or a double free.
+ */
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,8 @@
-// The argument checks of the bitmap exports, in one fixed order: the descriptor's own memory, its size
-// field, its pixel allocation, geometry, format, palette, LUT and region. The first failure decides the
-// result code, so every export reports the same fault the same way.
+/*
+ * The argument checks of the bitmap exports, in one fixed order: the descriptor's own memory, its size
+ * field, its pixel allocation, geometry, format, palette, LUT and region. The first failure decides the
+ * result code, so every export reports the same fault the same way.
+ */
 #include "BitmapCheck.h"
 
 #include "AddressCheck.h"

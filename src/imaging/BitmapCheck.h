@@ -1,7 +1,9 @@
-// The one argument check of every export that takes a bitmap. A host may hand us anything: null, a pointer
-// into freed memory, a descriptor copied from another one whose pixels were freed, a struct of a different
-// version. Each of those is recognised here and turned into its result code, so the exports can read the
-// descriptor and its pixels without further doubt.
+/*
+ * The one argument check of every export that takes a bitmap. A host may hand us anything: null, a pointer
+ * into freed memory, a descriptor copied from another one whose pixels were freed, a struct of a different
+ * version. Each of those is recognised here and turned into its result code, so the exports can read the
+ * descriptor and its pixels without further doubt.
+ */
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,8 @@
-// The descriptor and memory exports: initialise, allocate, create, free, copy, validate and the gray test.
-// Each export checks its arguments in the same order (descriptor pointer, size field, flags, geometry,
-// format) before it touches anything, and leaves the caller's descriptor unchanged on any error.
+/*
+ * The descriptor and memory exports: initialise, allocate, create, free, copy, validate and the gray test.
+ * Each export checks its arguments in the same order (descriptor pointer, size field, flags, geometry,
+ * format) before it touches anything, and leaves the caller's descriptor unchanged on any error.
+ */
 #include <cstring>
 
 #include "AddressCheck.h"

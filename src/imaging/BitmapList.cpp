@@ -1,5 +1,7 @@
-// The bitmap list and its handle registry. A handle is the list object's address, but it is only ever
-// dereferenced after the registry confirms it belongs to a live list.
+/*
+ * The bitmap list and its handle registry. A handle is the list object's address, but it is only ever
+ * dereferenced after the registry confirms it belongs to a live list.
+ */
 #include "BitmapList.h"
 
 #include <unordered_set>

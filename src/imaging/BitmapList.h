@@ -1,7 +1,9 @@
-// An ordered list of bitmaps owned by the kernel. The list stores deep copies: inserting copies the caller's
-// bitmap, reading an item hands out another deep copy, removing hands the stored bitmap itself to the caller
-// (or frees it), and destroying the list frees every bitmap still in it. Handles are checked against a
-// registry of live lists so a stale or forged handle is an error, not a crash.
+/*
+ * An ordered list of bitmaps owned by the kernel. The list stores deep copies: inserting copies the caller's
+ * bitmap, reading an item hands out another deep copy, removing hands the stored bitmap itself to the caller
+ * (or frees it), and destroying the list frees every bitmap still in it. Handles are checked against a
+ * registry of live lists so a stale or forged handle is an error, not a crash.
+ */
 #pragma once
 
 #include <mutex>

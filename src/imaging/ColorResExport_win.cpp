@@ -1,6 +1,8 @@
-// Q_ColorResBitmap on Windows: a GDI palette handle, when the flags ask for the caller's palette and one is
-// given, is read with GetPaletteEntries into the table the portable core takes; without a handle the table
-// at pPalette is used as everywhere else.
+/*
+ * Q_ColorResBitmap on Windows: a GDI palette handle, when the flags ask for the caller's palette and one is
+ * given, is read with GetPaletteEntries into the table the portable core takes; without a handle the table
+ * at pPalette is used as everywhere else.
+ */
 #include <windows.h>
 
 #include <vector>

@@ -1,4 +1,6 @@
-// A move-only owner of one COM interface pointer: released exactly once, never copied.
+/*
+ * A move-only owner of one COM interface pointer: released exactly once, never copied.
+ */
 #pragma once
 
 #include <unknwn.h>

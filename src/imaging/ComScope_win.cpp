@@ -1,5 +1,7 @@
-// Enters the multithreaded apartment when the thread has none yet; a thread already in an apartment (the
-// host's UI thread usually is in a single-threaded one) keeps it, and RPC_E_CHANGED_MODE is not an error.
+/*
+ * Enters the multithreaded apartment when the thread has none yet; a thread already in an apartment (the
+ * host's UI thread usually is in a single-threaded one) keeps it, and RPC_E_CHANGED_MODE is not an error.
+ */
 #include "ComScope_win.h"
 
 #include <objbase.h>

@@ -1,5 +1,7 @@
-// COM initialisation for the duration of one export call. A host thread may already have entered an
-// apartment of either kind; then COM is usable as it is and nothing is undone at the end.
+/*
+ * COM initialisation for the duration of one export call. A host thread may already have entered an
+ * apartment of either kind; then COM is usable as it is and nothing is undone at the end.
+ */
 #pragma once
 
 #include <windows.h>

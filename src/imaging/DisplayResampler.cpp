@@ -1,7 +1,9 @@
-// The resampling behind painting. Each axis gets a tap list per destination index: one tap of full weight
-// when enlarging (nearest neighbour at the pixel centre), the covered source pixels with their overlap when
-// reducing. Horizontal taps are applied to each converted source row, giving 8.8 fixed-point values; vertical
-// taps then combine those rows, and the 8.8 x 0.16 products fit 32 bits.
+/*
+ * The resampling behind painting. Each axis gets a tap list per destination index: one tap of full weight
+ * when enlarging (nearest neighbour at the pixel centre), the covered source pixels with their overlap when
+ * reducing. Horizontal taps are applied to each converted source row, giving 8.8 fixed-point values; vertical
+ * taps then combine those rows, and the 8.8 x 0.16 products fit 32 bits.
+ */
 #include "DisplayResampler.h"
 
 #include <algorithm>

@@ -1,8 +1,10 @@
-// Renders a rectangle of a bitmap at a destination size into 32-bit display pixels, as the viewers paint
-// it: area-averaged where the destination is smaller (every source pixel contributes by the area it covers,
-// so thin lines and checkers do not alias), nearest-neighbour where it is larger. Only the visible part of
-// the destination is computed, so a zoomed-in view of a large image costs what the window shows. Integer
-// arithmetic throughout: column and row weights are 16-bit fixed point, precomputed once per call.
+/*
+ * Renders a rectangle of a bitmap at a destination size into 32-bit display pixels, as the viewers paint
+ * it: area-averaged where the destination is smaller (every source pixel contributes by the area it covers,
+ * so thin lines and checkers do not alias), nearest-neighbour where it is larger. Only the visible part of
+ * the destination is computed, so a zoomed-in view of a large image costs what the window shows. Integer
+ * arithmetic throughout: column and row weights are 16-bit fixed point, precomputed once per call.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// Display conversion of every pixel format. The gray table maps each possible 16-bit word to its display
-// color, folding sign extension, bit selection and the LUT into one look-up.
+/*
+ * Display conversion of every pixel format. The gray table maps each possible 16-bit word to its display
+ * color, folding sign extension, bit selection and the LUT into one look-up.
+ */
 #include "DisplayRows.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
-// Converts bitmap rows of any format into 32-bit B,G,R,X display pixels, the way the viewers show them:
-// indexed pixels through the palette, gray through the window-level LUT when QV_BMF_USELUT is set, 12/16-bit
-// gray without one reduced to 8 bits from the significant bits nLowBit..nHighBit, color narrowed to 8 bits.
-// The per-sample gray table is built once per converter, so the row loop is a table look-up.
+/*
+ * Converts bitmap rows of any format into 32-bit B,G,R,X display pixels, the way the viewers show them:
+ * indexed pixels through the palette, gray through the window-level LUT when QV_BMF_USELUT is set, 12/16-bit
+ * gray without one reduced to 8 bits from the significant bits nLowBit..nHighBit, color narrowed to 8 bits.
+ * The per-sample gray table is built once per converter, so the row loop is a table look-up.
+ */
 #pragma once
 
 #include <cstdint>

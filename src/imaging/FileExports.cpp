@@ -1,5 +1,7 @@
-// Q_LoadBitmap and Q_SaveBitmap: the argument checks and the optional conversion to the caller's format,
-// in front of the platform's reader and writer. A load that fails leaves the caller's descriptor as it was.
+/*
+ * Q_LoadBitmap and Q_SaveBitmap: the argument checks and the optional conversion to the caller's format,
+ * in front of the platform's reader and writer. A load that fails leaves the caller's descriptor as it was.
+ */
 #include <cstdint>
 
 #include "AddressCheck.h"

@@ -1,7 +1,9 @@
-// The platform's image file reader and writer behind Q_LoadBitmap / Q_SaveBitmap: Windows Imaging Component
-// on Windows, the header-only stb readers natively. Both read a file into a new bitmap in the format the
-// file holds and write a checked bitmap in the requested container; the exports do the argument checks and
-// any conversion the caller asked for.
+/*
+ * The platform's image file reader and writer behind Q_LoadBitmap / Q_SaveBitmap: Windows Imaging Component
+ * on Windows, the header-only stb readers natively. Both read a file into a new bitmap in the format the
+ * file holds and write a checked bitmap in the requested container; the exports do the argument checks and
+ * any conversion the caller asked for.
+ */
 #pragma once
 
 #include <cstddef>

@@ -1,8 +1,10 @@
-// File code shared by both platforms: the encoders we carry ourselves (16-bit PNG, which the stb writer lacks
-// and some system PNG encoders write in the wrong byte order; TIFF, for 16-bit gray that not every system
-// encoder keeps and natively, where no TIFF encoder exists), the interleaving of a bitmap into the plain
-// sample arrays every encoder starts from, the signature test that tells a damaged image from a foreign
-// file, and writing bytes to a wide-character path.
+/*
+ * File code shared by both platforms: the encoders we carry ourselves (16-bit PNG, which the stb writer lacks
+ * and some system PNG encoders write in the wrong byte order; TIFF, for 16-bit gray that not every system
+ * encoder keeps and natively, where no TIFF encoder exists), the interleaving of a bitmap into the plain
+ * sample arrays every encoder starts from, the signature test that tells a damaged image from a foreign
+ * file, and writing bytes to a wide-character path.
+ */
 #include <cstdio>
 #include <string>
 

@@ -1,7 +1,9 @@
-// Native image files: PNG, BMP (and JPEG) read through Debian's header-only stb, PNM through our own reader,
-// keeping 16-bit PNG and PNM samples as 16-bit gray or 48/64-bit color; PNG (8 and 16 bits), BMP, PNM (8 and
-// 16 bits), JPEG and TIFF written. stb reads a cut-short BMP as if the missing rows were black, so BMP sizes are
-// checked against the header before decoding.
+/*
+ * Native image files: PNG, BMP (and JPEG) read through Debian's header-only stb, PNM through our own reader,
+ * keeping 16-bit PNG and PNM samples as 16-bit gray or 48/64-bit color; PNG (8 and 16 bits), BMP, PNM (8 and
+ * 16 bits), JPEG and TIFF written. stb reads a cut-short BMP as if the missing rows were black, so BMP sizes are
+ * checked against the header before decoding.
+ */
 #include <cstdio>
 #include <cstring>
 #include <memory>

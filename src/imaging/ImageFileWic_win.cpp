@@ -1,8 +1,10 @@
-// Image files on Windows through Windows Imaging Component: any container WIC decodes is read, keeping
-// 8/16-bit gray, 24/32-bit color, 48/64-bit color, 5-6-5 and indexed pixels as they are stored and
-// converting every other pixel format to the nearest kept one; BMP, PNG, JPEG and TIFF are written from a
-// copy in one of six canonical layouts, converted by WIC when the encoder negotiates another. 16-bit PNG and
-// 16-bit gray TIFF go through our own encoders, because system encoders differ in whether they keep them.
+/*
+ * Image files on Windows through Windows Imaging Component: any container WIC decodes is read, keeping
+ * 8/16-bit gray, 24/32-bit color, 48/64-bit color, 5-6-5 and indexed pixels as they are stored and
+ * converting every other pixel format to the nearest kept one; BMP, PNG, JPEG and TIFF are written from a
+ * copy in one of six canonical layouts, converted by WIC when the encoder negotiates another. 16-bit PNG and
+ * 16-bit gray TIFF go through our own encoders, because system encoders differ in whether they keep them.
+ */
 #include <initguid.h>
 #include <windows.h>
 #include <wincodec.h>

@@ -1,4 +1,6 @@
-// The bitmap list exports: argument checks (handle, bitmap, output pointers, flags) in front of BitmapList.
+/*
+ * The bitmap list exports: argument checks (handle, bitmap, output pointers, flags) in front of BitmapList.
+ */
 #include <memory>
 
 #include "AddressCheck.h"

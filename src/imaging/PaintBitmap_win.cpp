@@ -1,6 +1,8 @@
-// Q_PaintBitmap: renders the part of the destination rectangle that the device context can show (its clip
-// box) into 32-bit top-down pixels and hands them to the device with SetDIBitsToDevice. The rendering is the
-// portable display resampler, so the preview panes get area-averaged reductions at integer cost.
+/*
+ * Q_PaintBitmap: renders the part of the destination rectangle that the device context can show (its clip
+ * box) into 32-bit top-down pixels and hands them to the device with SetDIBitsToDevice. The rendering is the
+ * portable display resampler, so the preview panes get area-averaged reductions at integer cost.
+ */
 #include <windows.h>
 
 #include <algorithm>

@@ -1,6 +1,8 @@
-// The palette exports: a GDI palette for a bitmap (its own entries when indexed, a gray ramp when gray, the
-// halftone palette otherwise), a copy of a palette handle, and the palette to realise when painting on an
-// 8-bit display. Every handle handed out belongs to the caller, who deletes it with DeleteObject.
+/*
+ * The palette exports: a GDI palette for a bitmap (its own entries when indexed, a gray ramp when gray, the
+ * halftone palette otherwise), a copy of a palette handle, and the palette to realise when painting on an
+ * 8-bit display. Every handle handed out belongs to the caller, who deletes it with DeleteObject.
+ */
 #include <windows.h>
 
 #include <vector>

@@ -1,8 +1,10 @@
-// Row bands over worker threads. Bands are handed out through an atomic counter; the calling thread works
-// on bands too and, between its bands, reports progress and asks the status callback whether to go on. An
-// abort stops new bands from being started; bands already running finish, so no row is half written.
-// A band that throws (a worker's buffer that cannot be allocated) aborts the run the same way and comes back
-// as a result code: an exception escaping a std::thread would end the host process.
+/*
+ * Row bands over worker threads. Bands are handed out through an atomic counter; the calling thread works
+ * on bands too and, between its bands, reports progress and asks the status callback whether to go on. An
+ * abort stops new bands from being started; bands already running finish, so no row is half written.
+ * A band that throws (a worker's buffer that cannot be allocated) aborts the run the same way and comes back
+ * as a result code: an exception escaping a std::thread would end the host process.
+ */
 #include "Parallel.h"
 
 #include <algorithm>

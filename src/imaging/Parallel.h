@@ -1,6 +1,8 @@
-// Row-band parallelism for the image operations and painting, and the per-thread status callback that long
-// operations report progress through. Progress is always reported on the thread that made the call, so a
-// host's callback never runs on one of our workers.
+/*
+ * Row-band parallelism for the image operations and painting, and the per-thread status callback that long
+ * operations report progress through. Progress is always reported on the thread that made the call, so a
+ * host's callback never runs on one of our workers.
+ */
 #pragma once
 
 #include <functional>

@@ -1,5 +1,7 @@
-// Row conversion between every stored format and the 8/16-bit RGBA working rows. The format switch is made
-// once per row; the loops inside are plain per-pixel code the compiler can keep tight.
+/*
+ * Row conversion between every stored format and the 8/16-bit RGBA working rows. The format switch is made
+ * once per row; the loops inside are plain per-pixel code the compiler can keep tight.
+ */
 #include "PixelConvert.h"
 
 #include <algorithm>

@@ -1,9 +1,11 @@
-// The working representation: any pixel format read into, and written back from, rows of R,G,B,A samples,
-// either 8 bits per channel (0..255) or 16 bits per channel (0..65535, full scale: a 12-bit sample v becomes
-// round(v * 65535 / 4095)). Signed gray samples are offset into the unsigned range (a 16-bit sample s becomes
-// s + 32768, a 12-bit one (s + 2048) scaled). Indexed pixels are read through the palette and written as the
-// nearest palette entry; gray formats read as R = G = B and are written from the luminance
-// (0.299 R + 0.587 G + 0.114 B). Formats without alpha read alpha as full and ignore it when written.
+/*
+ * The working representation: any pixel format read into, and written back from, rows of R,G,B,A samples,
+ * either 8 bits per channel (0..255) or 16 bits per channel (0..65535, full scale: a 12-bit sample v becomes
+ * round(v * 65535 / 4095)). Signed gray samples are offset into the unsigned range (a 16-bit sample s becomes
+ * s + 32768, a 12-bit one (s + 2048) scaled). Indexed pixels are read through the palette and written as the
+ * nearest palette entry; gray formats read as R = G = B and are written from the luminance
+ * (0.299 R + 0.587 G + 0.114 B). Formats without alpha read alpha as full and ignore it when written.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,9 @@
-// Writing colours into a bitmap of any format: one pixel, or every pixel inside the region. The colour goes
-// through the kernel's row writer, so each format takes it by the one rule of the working representation
-// (8-bit components scaled to the samples, gray from the luminance, 5-6-5 packed by uOrder, the nearest
-// palette entry for indexed pixels, signed gray offset so black is the most negative sample).
+/*
+ * Writing colours into a bitmap of any format: one pixel, or every pixel inside the region. The colour goes
+ * through the kernel's row writer, so each format takes it by the one rule of the working representation
+ * (8-bit components scaled to the samples, gray from the luminance, 5-6-5 packed by uOrder, the nearest
+ * palette entry for indexed pixels, signed gray offset so black is the most negative sample).
+ */
 #include <vector>
 
 #include "BitmapCheck.h"

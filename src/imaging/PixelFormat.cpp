@@ -1,5 +1,7 @@
-// Maps the descriptor's bits per pixel, order and signed flag to a PixelFormat, and computes row sizes with
-// overflow checks. Every combination the kernel accepts is decided here and nowhere else.
+/*
+ * Maps the descriptor's bits per pixel, order and signed flag to a PixelFormat, and computes row sizes with
+ * overflow checks. Every combination the kernel accepts is decided here and nowhere else.
+ */
 #include "PixelFormat.h"
 
 namespace qv {

@@ -1,6 +1,8 @@
-// The pixel-format descriptor: one small record that tells every kernel how a BITMAPHANDLE's bytes are laid
-// out (sample size, channel count, order, signedness, largest value), so that format decisions are made once
-// per call and the row loops stay free of bit-depth switches.
+/*
+ * The pixel-format descriptor: one small record that tells every kernel how a BITMAPHANDLE's bytes are laid
+ * out (sample size, channel count, order, signedness, largest value), so that format decisions are made once
+ * per call and the row loops stay free of bit-depth switches.
+ */
 #pragma once
 
 #include <cstdint>

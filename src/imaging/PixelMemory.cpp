@@ -1,7 +1,9 @@
-// The registry of kernel allocations. Pixel rows, LUT copies and region masks are allocated here and recorded
-// with their size; CheckBitmap asks the registry whether a descriptor's pointer is a live block large enough
-// for what the descriptor claims. Freeing removes the record first, so a second free of the same pointer is
-// refused instead of corrupting the heap.
+/*
+ * The registry of kernel allocations. Pixel rows, LUT copies and region masks are allocated here and recorded
+ * with their size; CheckBitmap asks the registry whether a descriptor's pointer is a live block large enough
+ * for what the descriptor claims. Freeing removes the record first, so a second free of the same pointer is
+ * refused instead of corrupting the heap.
+ */
 #include <cstdint>
 #include <cstdlib>
 #include <mutex>

@@ -1,6 +1,8 @@
-// A PNG encoder for 16-bit samples, which the stb writer does not offer: big-endian samples behind a "none"
-// filter byte per row, deflated with stb's zlib compressor, framed in IHDR, IDAT and IEND chunks with their
-// CRCs. This file also holds the one instantiation of the header-only stb writer.
+/*
+ * A PNG encoder for 16-bit samples, which the stb writer does not offer: big-endian samples behind a "none"
+ * filter byte per row, deflated with stb's zlib compressor, framed in IHDR, IDAT and IEND chunks with their
+ * CRCs. This file also holds the one instantiation of the header-only stb writer.
+ */
 #include <array>
 #include <cstdlib>
 #include <cstring>

@@ -1,7 +1,9 @@
-// A reader for binary PNM (P5 gray, P6 color) of 8 and 16 bits. stb's reader takes 16-bit samples in the
-// wrong byte order and does not notice a file cut short, so PNM is read here: header tokens with comments,
-// maxval 1..65535 (samples scaled to 255 or 65535 when maxval is smaller), big-endian 16-bit samples, and
-// the pixel data must be complete.
+/*
+ * A reader for binary PNM (P5 gray, P6 color) of 8 and 16 bits. stb's reader takes 16-bit samples in the
+ * wrong byte order and does not notice a file cut short, so PNM is read here: header tokens with comments,
+ * maxval 1..65535 (samples scaled to 255 or 65535 when maxval is smaller), big-endian 16-bit samples, and
+ * the pixel data must be complete.
+ */
 #include <cctype>
 #include <cstring>
 

@@ -1,4 +1,6 @@
-// The binary PNM reader of the native file code (P5 and P6, 8 and 16 bits).
+/*
+ * The binary PNM reader of the native file code (P5 and P6, 8 and 16 bits).
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// The reduction export: the argument checks in their documented order, then the portable reduction. The
-// caller's descriptors are only written on success.
+/*
+ * The reduction export: the argument checks in their documented order, then the portable reduction. The
+ * caller's descriptors are only written on success.
+ */
 #include "AddressCheck.h"
 #include "BitmapCheck.h"
 #include "ExportGuard.h"

@@ -1,7 +1,9 @@
-// The reduction: a plan per source format (which of the kernel's row decoders reads it, how many channels
-// are averaged, which writer stores the means), then per row band a horizontal pass of each source row into
-// output columns and a vertical accumulation of those rows into one output row at a time. A band keeps two
-// rows of 64-bit sums and one decoded source row, whatever the output size.
+/*
+ * The reduction: a plan per source format (which of the kernel's row decoders reads it, how many channels
+ * are averaged, which writer stores the means), then per row band a horizontal pass of each source row into
+ * output columns and a vertical accumulation of those rows into one output row at a time. A band keeps two
+ * rows of 64-bit sums and one decoded source row, whatever the output size.
+ */
 #include "Reduction.h"
 
 #include <algorithm>

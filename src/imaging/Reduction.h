@@ -1,11 +1,13 @@
-// Area-averaged reduction of a bitmap region in the bitmap's own sample format, for previews: an effect run
-// on the reduction sees samples of the depth OK will process (16-bit gray stays 16-bit, signed stays signed,
-// 48-bit stays 48-bit), not an 8-bit display approximation. Palette images and 5-6-5 colour have no
-// meaningful average of their codes; they come out as 24-bit BGR.
-//
-// Every output sample is the exact mean of the source area it covers, rounded half up: with source width S
-// and output width D, source column i spans [i*D, (i+1)*D) and output column j spans [j*S, (j+1)*S) on one
-// integer axis, so the weights are integer overlaps and nothing accumulates rounding. Rows likewise.
+/*
+ * Area-averaged reduction of a bitmap region in the bitmap's own sample format, for previews: an effect run
+ * on the reduction sees samples of the depth OK will process (16-bit gray stays 16-bit, signed stays signed,
+ * 48-bit stays 48-bit), not an 8-bit display approximation. Palette images and 5-6-5 colour have no
+ * meaningful average of their codes; they come out as 24-bit BGR.
+ *
+ * Every output sample is the exact mean of the source area it covers, rounded half up: with source width S
+ * and output width D, source column i spans [i*D, (i+1)*D) and output column j spans [j*S, (j+1)*S) on one
+ * integer axis, so the weights are integer overlaps and nothing accumulates rounding. Rows likewise.
+ */
 #pragma once
 
 #include "qv/qvkrn.h"

@@ -1,5 +1,7 @@
-// Builds the row and span view of a checked bitmap's region. The descriptor has already been validated, so
-// the rectangle lies inside the bitmap and the mask covers it.
+/*
+ * Builds the row and span view of a checked bitmap's region. The descriptor has already been validated, so
+ * the rectangle lies inside the bitmap and the mask covers it.
+ */
 #include "Region.h"
 
 namespace qv {

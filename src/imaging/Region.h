@@ -1,6 +1,8 @@
-// The part of a bitmap an operation must touch: the whole bitmap when no region is set, else the rows of the
-// region's bounding rectangle and, per row, the runs of pixels the rectangle or mask leaves inside. Row loops
-// iterate spans instead of testing each pixel, and worker threads can share one RegionSpans.
+/*
+ * The part of a bitmap an operation must touch: the whole bitmap when no region is set, else the rows of the
+ * region's bounding rectangle and, per row, the runs of pixels the rectangle or mask leaves inside. Row loops
+ * iterate spans instead of testing each pixel, and worker threads can share one RegionSpans.
+ */
 #pragma once
 
 #include <cstdint>

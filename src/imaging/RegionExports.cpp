@@ -1,6 +1,8 @@
-// The region exports. A region is a rectangle inside the bitmap, optionally narrowed by a per-pixel mask;
-// the mask is copied into a kernel block so the caller's buffer may go away, and replacing or removing a
-// region releases the previous mask.
+/*
+ * The region exports. A region is a rectangle inside the bitmap, optionally narrowed by a per-pixel mask;
+ * the mask is copied into a kernel block so the caller's buffer may go away, and replacing or removing a
+ * region releases the previous mask.
+ */
 #include <cstring>
 
 #include "AddressCheck.h"

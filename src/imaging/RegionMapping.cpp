@@ -1,6 +1,8 @@
-// Mapping a region onto a coarser grid: one table of source columns and one of source rows (the pixel under
-// each copy pixel's centre). A rectangle maps to the rectangle of table entries inside it, without a mask;
-// a mask is tested per copy pixel within that rectangle and handed on trimmed to the inside pixels' bounds.
+/*
+ * Mapping a region onto a coarser grid: one table of source columns and one of source rows (the pixel under
+ * each copy pixel's centre). A rectangle maps to the rectangle of table entries inside it, without a mask;
+ * a mask is tested per copy pixel within that rectangle and handed on trimmed to the inside pixels' bounds.
+ */
 #include "RegionMapping.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
-// A region carried onto a reduced (or cropped) copy of part of its bitmap, so an effect run on the copy
-// changes the pixels OK will change and no others. A copy pixel is inside when the source pixel under its
-// centre is inside. That rule treats rows and columns separately, so a rectangle region comes out as a
-// rectangle of the reduced grid, and at one copy pixel per source pixel it is the region itself.
+/*
+ * A region carried onto a reduced (or cropped) copy of part of its bitmap, so an effect run on the copy
+ * changes the pixels OK will change and no others. A copy pixel is inside when the source pixel under its
+ * centre is inside. That rule treats rows and columns separately, so a rectangle region comes out as a
+ * rectangle of the reduced grid, and at one copy pixel per source pixel it is the region itself.
+ */
 #pragma once
 
 #include "qv/qvkrn.h"

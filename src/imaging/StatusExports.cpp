@@ -1,5 +1,7 @@
-// The status callback exports: one callback per thread, so two hosts' threads running operations at once
-// each hear only about their own work.
+/*
+ * The status callback exports: one callback per thread, so two hosts' threads running operations at once
+ * each hear only about their own work.
+ */
 #include "AddressCheck.h"
 #include "BitmapCheck.h"
 #include "ExportGuard.h"

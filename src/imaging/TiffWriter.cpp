@@ -1,5 +1,7 @@
-// Baseline TIFF: header, the sample data as one strip, then the image file directory with the tags a
-// reader needs (size, samples, photometric interpretation, strip location, resolution).
+/*
+ * Baseline TIFF: header, the sample data as one strip, then the image file directory with the tags a
+ * reader needs (size, samples, photometric interpretation, strip location, resolution).
+ */
 #include "TiffWriter.h"
 
 #include <cstring>

@@ -1,5 +1,7 @@
-// A baseline TIFF encoder (little-endian, uncompressed, one strip) for gray and RGB(A) samples of 8 or 16
-// bits. It writes the layouts a system TIFF encoder may not keep, 16-bit gray above all.
+/*
+ * A baseline TIFF encoder (little-endian, uncompressed, one strip) for gray and RGB(A) samples of 8 or 16
+ * bits. It writes the layouts a system TIFF encoder may not keep, 16-bit gray above all.
+ */
 #pragma once
 
 #include <cstdint>

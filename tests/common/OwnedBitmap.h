@@ -1,5 +1,7 @@
-// A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope.
-// Every test helper that owns a kernel bitmap holds one of these.
+/*
+ * A test's own bitmap: a zeroed descriptor that is freed through the kernel when the test leaves its scope.
+ * Every test helper that owns a kernel bitmap holds one of these.
+ */
 #pragma once
 
 #include <cstring>

@@ -1,5 +1,7 @@
-// The entry sequence's argument checks (see ArgumentChecks.h). A bitmap pointer that cannot be read is
-// reported as not allocated: the caller handed no usable bitmap, and reading it would crash the host.
+/*
+ * The entry sequence's argument checks (see ArgumentChecks.h). A bitmap pointer that cannot be read is
+ * reported as not allocated: the caller handed no usable bitmap, and reading it would crash the host.
+ */
 #include "ArgumentChecks.h"
 
 #include <cstddef>

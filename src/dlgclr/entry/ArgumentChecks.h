@@ -1,11 +1,13 @@
-// The argument checks every dialog export makes before it opens a window, in their fixed order: readiness of
-// the dialog kernel, the structure pointer (null, unmapped or read-only over the probed size), the exact
-// structure size, then the bitmap the flags demand (allocated, and not of signed samples where refused) -
-// once for QVDLG_AUTO_PROCESS and once more for QVDLG_SHOW_PREVIEW - and last a demanded palette image
-// with a region, which no effect can process (its palette is shared by the pixels inside and outside the
-// region), so the dialog refuses it with the code OK's run would give rather than preview an effect OK
-// cannot apply. The owner window is checked later by the Windows side. Fields are read byte-wise because
-// the structures are packed.
+/*
+ * The argument checks every dialog export makes before it opens a window, in their fixed order: readiness of
+ * the dialog kernel, the structure pointer (null, unmapped or read-only over the probed size), the exact
+ * structure size, then the bitmap the flags demand (allocated, and not of signed samples where refused) -
+ * once for QVDLG_AUTO_PROCESS and once more for QVDLG_SHOW_PREVIEW - and last a demanded palette image
+ * with a region, which no effect can process (its palette is shared by the pixels inside and outside the
+ * region), so the dialog refuses it with the code OK's run would give rather than preview an effect OK
+ * cannot apply. The owner window is checked later by the Windows side. Fields are read byte-wise because
+ * the structures are packed.
+ */
 #pragma once
 
 #include <cstdint>

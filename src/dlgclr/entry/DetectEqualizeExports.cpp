@@ -1,6 +1,8 @@
-// The exports of the intensity detect and local histogram equalization dialogs, each one line over the shared
-// entry sequence. Local histogram equalization shows its Apply button when the host asks with
-// QVDLG_SHOW_APPLY, before the dialog runs.
+/*
+ * The exports of the intensity detect and local histogram equalization dialogs, each one line over the shared
+ * entry sequence. Local histogram equalization shows its Apply button when the host asks with
+ * QVDLG_SHOW_APPLY, before the dialog runs.
+ */
 #include "DialogEntry.h"
 #include "QVIntensityDetectDlg.h"
 #include "QVLocalHistoEqualizeDlg.h"

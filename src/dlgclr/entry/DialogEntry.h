@@ -1,14 +1,16 @@
-// The entry sequence every dialog export runs, written once. An export is one line: its row of the export
-// table, its dialog class and its structure. The sequence: switch the module state (a scope object, restored
-// on every way out), the argument checks in their fixed order (readiness, structure, size, demanded bitmap),
-// the owner's window object, the dialog on this stack with the caller's bitmap, the help callback, its user
-// data and the position point, the copy-in, the export's own preparation (local histogram equalization shows
-// its Apply button there), the modal run, and on OK the copy-out. Cancel writes nothing.
-//
-// A dialog class offers: a constructor (parent, bitmap, reserved word), CopyIn(const Params&) and
-// CopyOut(Params&) returning QV_SUCCESS or a code passed through unchanged, and the base dialog's help and
-// position setters. No exception leaves an export: running out of memory gives QV_ERROR_NO_MEMORY, anything
-// else QV_ERROR_DLG_FAILED.
+/*
+ * The entry sequence every dialog export runs, written once. An export is one line: its row of the export
+ * table, its dialog class and its structure. The sequence: switch the module state (a scope object, restored
+ * on every way out), the argument checks in their fixed order (readiness, structure, size, demanded bitmap),
+ * the owner's window object, the dialog on this stack with the caller's bitmap, the help callback, its user
+ * data and the position point, the copy-in, the export's own preparation (local histogram equalization shows
+ * its Apply button there), the modal run, and on OK the copy-out. Cancel writes nothing.
+ *
+ * A dialog class offers: a constructor (parent, bitmap, reserved word), CopyIn(const Params&) and
+ * CopyOut(Params&) returning QV_SUCCESS or a code passed through unchanged, and the base dialog's help and
+ * position setters. No exception leaves an export: running out of memory gives QV_ERROR_NO_MEMORY, anything
+ * else QV_ERROR_DLG_FAILED.
+ */
 #pragma once
 
 #include <windows.h>

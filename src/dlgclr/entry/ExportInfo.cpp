@@ -1,6 +1,8 @@
-// The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
-// the single-value dialogs; the others process them. The gray conversions and the colour balance mix colour
-// channels, which signed samples do not have, so they refuse them.
+/*
+ * The per-export data of the entry sequence. Only hue and saturation refuse bitmaps of signed samples among
+ * the single-value dialogs; the others process them. The gray conversions and the colour balance mix colour
+ * channels, which signed samples do not have, so they refuse them.
+ */
 #include "ExportInfo.h"
 
 #include "resource.h"

@@ -1,7 +1,9 @@
-// What the entry sequence needs to know about each export: the structure size it demands, how much of the
-// structure it probes, where the flag word lies, whether a bitmap of signed samples is refused, and the
-// template and dialog number of its dialog. The other dialogs add their rows as they arrive. Portable, so
-// the argument checks run in native tests too.
+/*
+ * What the entry sequence needs to know about each export: the structure size it demands, how much of the
+ * structure it probes, where the flag word lies, whether a bitmap of signed samples is refused, and the
+ * template and dialog number of its dialog. The other dialogs add their rows as they arrive. Portable, so
+ * the argument checks run in native tests too.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,6 @@
-// The exports of the gray conversion and colour balance dialogs, each one line over the shared entry sequence.
+/*
+ * The exports of the gray conversion and colour balance dialogs, each one line over the shared entry sequence.
+ */
 #include "DialogEntry.h"
 #include "QVBalanceColorsDlg.h"
 #include "QVColoredGrayDlg.h"

@@ -1,4 +1,6 @@
-// The module state switch of the exports (see ModuleStateScope.h).
+/*
+ * The module state switch of the exports (see ModuleStateScope.h).
+ */
 #include "ModuleStateScope.h"
 
 #include "QVMainApp.h"

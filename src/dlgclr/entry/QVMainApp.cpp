@@ -1,5 +1,7 @@
-// The module object (see QVMainApp.h). The per-thread bookkeeping is thread_local because each export runs
-// entirely in its caller's thread; two threads calling at once do not share it.
+/*
+ * The module object (see QVMainApp.h). The per-thread bookkeeping is thread_local because each export runs
+ * entirely in its caller's thread; two threads calling at once do not share it.
+ */
 #include "QVMainApp.h"
 
 #include "Module.h"

@@ -1,7 +1,9 @@
-// CQVMainApp: the library's one module object. It adds no behaviour; it knows the module whose resources every
-// dialog loads (the framework always loads from the module that contains it, which is this DLL) and counts the
-// exports running on the calling thread, so that the outermost one can tidy the thread's framework state on
-// its way out.
+/*
+ * CQVMainApp: the library's one module object. It adds no behaviour; it knows the module whose resources every
+ * dialog loads (the framework always loads from the module that contains it, which is this DLL) and counts the
+ * exports running on the calling thread, so that the outermost one can tidy the thread's framework state on
+ * its way out.
+ */
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,6 @@
-// The exports of the seven single-value dialogs, each one line over the shared entry sequence.
+/*
+ * The exports of the seven single-value dialogs, each one line over the shared entry sequence.
+ */
 #include "QVBrightnessDlg.h"
 #include "QVContrastDlg.h"
 #include "QVHistoContrastDlg.h"

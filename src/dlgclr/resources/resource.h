@@ -4,8 +4,7 @@
  * controls by them), so they never change once given. Plain defines, read by
  * the resource compiler and by portable code alike.
  */
-#ifndef QVDLGCLR_RESOURCE_H
-#define QVDLGCLR_RESOURCE_H
+#pragma once
 
 /* Controls every before/after template shares. */
 #define IDC_QV_HELP 9
@@ -173,5 +172,3 @@
 #define IDC_LOCALHISTO_BEFORE 8513
 #define IDC_LOCALHISTO_AFTER 8514
 #define IDC_QV_APPLY 26205
-
-#endif /* QVDLGCLR_RESOURCE_H */

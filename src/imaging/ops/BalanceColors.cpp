@@ -1,6 +1,8 @@
-// Balance colors: every output channel is a weighted mix of the source red, green and blue. Weights become
-// 16.16 fixed point; for 8-bit channels the nine products are tabulated once per call, so a pixel costs
-// nine lookups and three adds.
+/*
+ * Balance colors: every output channel is a weighted mix of the source red, green and blue. Weights become
+ * 16.16 fixed point; for 8-bit channels the nine products are tabulated once per call, so a pixel costs
+ * nine lookups and three adds.
+ */
 #include <algorithm>
 #include <cmath>
 #include <memory>

@@ -1,4 +1,6 @@
-// Contrast about the middle value of the format (0 for signed gray), through one lookup table per call.
+/*
+ * Contrast about the middle value of the format (0 for signed gray), through one lookup table per call.
+ */
 #include "ChannelLut.h"
 #include "ContrastCurve.h"
 

@@ -1,8 +1,10 @@
-// Hue rotation in integer HSV without a division per pixel. With value v, smallest channel m and chroma
-// d = v - m, the hue times d is an integer: sector s (0..5) and position x (0..d-1) inside it. Turning by
-// an angle adds whole sectors plus round(d * t) for the fraction t of a sector, carrying into the next
-// sector past d; v, m and d stay, so gray pixels are left exactly as they are. Gray images have no hue and
-// are left unchanged.
+/*
+ * Hue rotation in integer HSV without a division per pixel. With value v, smallest channel m and chroma
+ * d = v - m, the hue times d is an integer: sector s (0..5) and position x (0..d-1) inside it. Turning by
+ * an angle adds whole sectors plus round(d * t) for the fraction t of a sector, carrying into the next
+ * sector past d; v, m and d stay, so gray pixels are left exactly as they are. Gray images have no hue and
+ * are left unchanged.
+ */
 #include <algorithm>
 
 #include "Hsv.h"

@@ -1,5 +1,7 @@
-// Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
-// one lookup table per call. Signed gray moves towards its range's maximum or minimum.
+/*
+ * Brightness: each channel moves towards white (n > 0) or black (n < 0) by n thousandths of the way, through
+ * one lookup table per call. Signed gray moves towards its range's maximum or minimum.
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

@@ -1,7 +1,9 @@
-// Saturation in integer HSV. With value V and chroma d, saturation is d / V; scaling it by
-// s = (1000 + n) / 1000 scales the distance of every channel from V by s, so each channel becomes
-// V - round((V - c) * s), one multiplication and no hue conversion. Only where s would push the saturation
-// past 1 (d * s > V) is the factor V / d instead, which takes a reciprocal.
+/*
+ * Saturation in integer HSV. With value V and chroma d, saturation is d / V; scaling it by
+ * s = (1000 + n) / 1000 scales the distance of every channel from V by s, so each channel becomes
+ * V - round((V - c) * s), one multiplication and no hue conversion. Only where s would push the saturation
+ * past 1 (d * s > V) is the factor V / d instead, which takes a reciprocal.
+ */
 #include <algorithm>
 
 #include "Hsv.h"

@@ -1,6 +1,8 @@
-// Lookup-table application for the per-channel operations. Tables are built once per call from the
-// operation's ChannelMap; the row kernel for the format is picked before the row loop starts, so the inner
-// loops are plain table lookups without format tests.
+/*
+ * Lookup-table application for the per-channel operations. Tables are built once per call from the
+ * operation's ChannelMap; the row kernel for the format is picked before the row loop starts, so the inner
+ * loops are plain table lookups without format tests.
+ */
 #include "ChannelLut.h"
 
 #include <array>

@@ -1,7 +1,9 @@
-// A per-channel transfer function, the shape shared by every pointwise operation whose channels do not
-// depend on each other (brightness, contrast, posterize, solarize, gamma, remap intensity, the per-channel
-// intensity detect). The operation states its curve once; ApplyChannelMap turns it into lookup tables of
-// the bitmap's sample size and runs them over the pixels.
+/*
+ * A per-channel transfer function, the shape shared by every pointwise operation whose channels do not
+ * depend on each other (brightness, contrast, posterize, solarize, gamma, remap intensity, the per-channel
+ * intensity detect). The operation states its curve once; ApplyChannelMap turns it into lookup tables of
+ * the bitmap's sample size and runs them over the pixels.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,13 +1,15 @@
-// Error diffusion keeps, for the current row and the rows below, the not yet divided sums weight * error per
-// channel, so every pixel receives exactly sum(w * e) / divisor (rounded half up) whatever the order of the
-// contributions. The kernel is a compile-time table, which lets the compiler unroll the taps and divide by a
-// constant. Odd rows run right to left with the kernel mirrored (serpentine), which breaks up the diagonal
-// worms a one-way scan leaves. Palettes of more than eight entries pass on 5/8 of each error (rounded towards
-// zero) instead of all of it: their entries lie close together, so a damped error still breaks up the bands
-// of a gradient, while the whole error mostly adds noise (on photographs it costs about 2.5 dB of PSNR at 256
-// colors against 0.3 dB for the damped one). Small palettes need the whole error to render the tones in
-// between at all. Each row of the diffusion depends on the one above, so it runs on one core; the screens and
-// the plain mapping have no such dependence and run in bands over the cores.
+/*
+ * Error diffusion keeps, for the current row and the rows below, the not yet divided sums weight * error per
+ * channel, so every pixel receives exactly sum(w * e) / divisor (rounded half up) whatever the order of the
+ * contributions. The kernel is a compile-time table, which lets the compiler unroll the taps and divide by a
+ * constant. Odd rows run right to left with the kernel mirrored (serpentine), which breaks up the diagonal
+ * worms a one-way scan leaves. Palettes of more than eight entries pass on 5/8 of each error (rounded towards
+ * zero) instead of all of it: their entries lie close together, so a damped error still breaks up the bands
+ * of a gradient, while the whole error mostly adds noise (on photographs it costs about 2.5 dB of PSNR at 256
+ * colors against 0.3 dB for the damped one). Small palettes need the whole error to render the tones in
+ * between at all. Each row of the diffusion depends on the one above, so it runs on one core; the screens and
+ * the plain mapping have no such dependence and run in bands over the cores.
+ */
 #include "ColorDither.h"
 
 #include <algorithm>

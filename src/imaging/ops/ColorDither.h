@@ -1,6 +1,8 @@
-// Mapping a bitmap's pixels to palette indices, plainly or with one of the dithering methods: six
-// error-diffusion kernels run in a serpentine scan, and two screens (Bayer and clustered dot) that add a
-// position-dependent offset before the nearest entry is taken.
+/*
+ * Mapping a bitmap's pixels to palette indices, plainly or with one of the dithering methods: six
+ * error-diffusion kernels run in a serpentine scan, and two screens (Bayer and clustered dot) that add a
+ * position-dependent offset before the nearest entry is taken.
+ */
 #pragma once
 
 #include "../PixelFormat.h"

@@ -1,5 +1,7 @@
-// Histogram of a bitmap's colors in the 32-level grid. Rows are split over the cores; each band counts into
-// its own grid and the bands are merged under a lock, so no cell is written by two threads at once.
+/*
+ * Histogram of a bitmap's colors in the 32-level grid. Rows are split over the cores; each band counts into
+ * its own grid and the bands are merged under a lock, so no cell is written by two threads at once.
+ */
 #include "ColorHistogram.h"
 
 #include <mutex>

@@ -1,7 +1,9 @@
-// The color statistics the palette builders work from: for each cell of a 32 x 32 x 32 grid over 8-bit RGB
-// (the top five bits of each channel), the pixel count, the channel sums and the sum of squares. That is
-// exactly what a variance-minimizing cut needs (the variance of any box follows from the sums), and the
-// cells' mean colors are the weighted points the k-means refinement moves the palette over.
+/*
+ * The color statistics the palette builders work from: for each cell of a 32 x 32 x 32 grid over 8-bit RGB
+ * (the top five bits of each channel), the pixel count, the channel sums and the sum of squares. That is
+ * exactly what a variance-minimizing cut needs (the variance of any box follows from the sums), and the
+ * cells' mean colors are the weighted points the k-means refinement moves the palette over.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,9 @@
-// Table palettes. The fixed palette of each depth is chosen so that it spans the color cube as evenly as its
-// size allows: black and white, then grays (two bits hold no useful color cube), the cube's corners, the VGA
-// colors, and from five bits a uniform cube that gives green, to which the eye is most sensitive, the most
-// levels and blue the fewest.
+/*
+ * Table palettes. The fixed palette of each depth is chosen so that it spans the color cube as evenly as its
+ * size allows: black and white, then grays (two bits hold no useful color cube), the cube's corners, the VGA
+ * colors, and from five bits a uniform cube that gives green, to which the eye is most sensitive, the most
+ * levels and blue the fewest.
+ */
 #include "ColorPalettes.h"
 
 #include <cmath>

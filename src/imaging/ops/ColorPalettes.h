@@ -1,5 +1,7 @@
-// The palettes the color reduction offers without looking at the image: gray ramps, the fixed palette of
-// each depth, the Windows system and VGA colors, and the web-safe cube.
+/*
+ * The palettes the color reduction offers without looking at the image: gray ramps, the fixed palette of
+ * each depth, the Windows system and VGA colors, and the web-safe cube.
+ */
 #pragma once
 
 #include <vector>

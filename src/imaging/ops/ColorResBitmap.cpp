@@ -1,7 +1,9 @@
-// Color resolution: a new bitmap of the requested depth is built beside the source and only swapped in when
-// it is complete, so a failure or an abort leaves both descriptors as they were. Depths above 8 bits are the
-// kernel's exact format conversion; indexed depths choose a palette (a table, the quantizer, or the caller's)
-// and map the pixels to it through the inverse color map, dithered as asked.
+/*
+ * Color resolution: a new bitmap of the requested depth is built beside the source and only swapped in when
+ * it is complete, so a failure or an abort leaves both descriptors as they were. Depths above 8 bits are the
+ * kernel's exact format conversion; indexed depths choose a palette (a table, the quantizer, or the caller's)
+ * and map the pixels to it through the inverse color map, dithered as asked.
+ */
 #include "ColorResBitmap.h"
 
 #include <algorithm>

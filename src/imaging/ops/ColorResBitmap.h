@@ -1,5 +1,7 @@
-// The portable core of Q_ColorResBitmap: every check and the conversion itself, taking the caller's palette
-// as a table. The exports around it only differ in where a palette comes from (a GDI palette on Windows).
+/*
+ * The portable core of Q_ColorResBitmap: every check and the conversion itself, taking the caller's palette
+ * as a table. The exports around it only differ in where a palette comes from (a GDI palette on Windows).
+ */
 #pragma once
 
 #include "qv/qvimgops.h"

@@ -1,5 +1,7 @@
-// Q_ColorResBitmap where there are no GDI palettes: the user palette comes as a table only, and any handle
-// is refused.
+/*
+ * Q_ColorResBitmap where there are no GDI palettes: the user palette comes as a table only, and any handle
+ * is refused.
+ */
 #include "ColorResBitmap.h"
 
 extern "C" int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,

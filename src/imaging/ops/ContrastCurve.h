@@ -1,6 +1,8 @@
-// The contrast curve shared by the contrast and histogram-contrast operations: values are pushed away from
-// (or pulled towards) a center. n >= 0 stretches by 1000 / (1000 - n), clamped, and 1000 becomes a threshold
-// at the center; n < 0 compresses by (1000 + n) / 1000, and -1000 leaves only the center.
+/*
+ * The contrast curve shared by the contrast and histogram-contrast operations: values are pushed away from
+ * (or pulled towards) a center. n >= 0 stretches by 1000 / (1000 - n), clamped, and 1000 becomes a threshold
+ * at the center; n < 0 compresses by (1000 + n) / 1000, and -1000 leaves only the center.
+ */
 #pragma once
 
 #include "ChannelMap.h"

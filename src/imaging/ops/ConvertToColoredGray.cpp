@@ -1,5 +1,7 @@
-// Colored gray: a weighted gray level G, then each channel G + G * fact / 1000 (fact -1000..1000), clamped,
-// which tints the gray towards or away from each channel.
+/*
+ * Colored gray: a weighted gray level G, then each channel G + G * fact / 1000 (fact -1000..1000), clamped,
+ * which tints the gray towards or away from each channel.
+ */
 #include "GrayWeights.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"

@@ -1,4 +1,6 @@
-// Gamma per channel through lookup tables built once per call.
+/*
+ * Gamma per channel through lookup tables built once per call.
+ */
 #include "ChannelLut.h"
 #include "GammaCurve.h"
 #include "OpsCommon.h"

@@ -1,7 +1,9 @@
-// Gamma for signed gray images: the curve runs on the magnitude of each sample over 0..M, M being the
-// magnitude of the most negative value (2048 for 12 bits, 32768 for 16), and the sign is kept. One table of
-// 65536 entries indexed by the raw 16-bit word; words outside a 12-bit image's range keep their value.
-// Unsigned formats take the ordinary gamma with the one value for all channels.
+/*
+ * Gamma for signed gray images: the curve runs on the magnitude of each sample over 0..M, M being the
+ * magnitude of the most negative value (2048 for 12 bits, 32768 for 16), and the sign is kept. One table of
+ * 65536 entries indexed by the raw 16-bit word; words outside a 12-bit image's range keep their value.
+ * Unsigned formats take the ordinary gamma with the one value for all channels.
+ */
 #include <vector>
 
 #include "ChannelLut.h"

@@ -1,5 +1,7 @@
-// The gamma curve v = max * (v / max)^(100 / gamma), gamma given times 100; one per channel, the gray
-// channel following red. Shared by the unsigned and the signed gamma operations.
+/*
+ * The gamma curve v = max * (v / max)^(100 / gamma), gamma given times 100; one per channel, the gray
+ * channel following red. Shared by the unsigned and the signed gamma operations.
+ */
 #pragma once
 
 #include <cmath>

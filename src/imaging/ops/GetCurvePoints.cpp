@@ -1,6 +1,8 @@
-// The curve-through-points table builder of the curve dialogs: a monotone cubic Hermite curve (tangents by
-// Fritsch and Carlson) through every control point, so the curve never overshoots between two points, held
-// constant before the first point and after the last. Everything is checked before the table is written.
+/*
+ * The curve-through-points table builder of the curve dialogs: a monotone cubic Hermite curve (tangents by
+ * Fritsch and Carlson) through every control point, so the curve never overshoots between two points, held
+ * constant before the first point and after the last. Everything is checked before the table is written.
+ */
 #include <cmath>
 #include <vector>
 
@@ -87,7 +89,8 @@ extern "C" int Q_GetCurvePoints(unsigned int* pTable, unsigned int uLength, cons
     if (rc != QV_SUCCESS) return rc;
     rc = CheckPoints(pPoints, nCount, uLength);
     if (rc != QV_SUCCESS) return rc;
-    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), qv::Access::Write)) return QV_ERROR_INVALID_PARAMETER;
+    if (puFilled && !qv::IsValidAddress(puFilled, sizeof(unsigned int), qv::Access::Write))
+      return QV_ERROR_INVALID_PARAMETER;
     FillCurve(pTable, uLength, pPoints, nCount);
     if (puFilled) *puFilled = uLength;
     return QV_SUCCESS;

@@ -1,6 +1,8 @@
-// The functional table builder of the curve dialogs: the entries strictly between two indices follow an
-// exponential, logarithmic or linear curve from the value already at the first index to the value at the
-// second. The two end entries are read, never written.
+/*
+ * The functional table builder of the curve dialogs: the entries strictly between two indices follow an
+ * exponential, logarithmic or linear curve from the value already at the first index to the value at the
+ * second. The two end entries are read, never written.
+ */
 #include <cmath>
 
 #include "AddressCheck.h"

@@ -1,5 +1,7 @@
-// Gray scale with chosen weights: every channel of a pixel becomes the weighted gray level; the bitmap keeps
-// its bits per pixel. Gray images are gray already and stay as they are.
+/*
+ * Gray scale with chosen weights: every channel of a pixel becomes the weighted gray level; the bitmap keeps
+ * its bits per pixel. Gray images are gray already and stay as they are.
+ */
 #include "GrayWeights.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"

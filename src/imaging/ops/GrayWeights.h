@@ -1,5 +1,7 @@
-// The gray level of the gray-scale and colored-gray operations: (R * r + G * g + B * b) / 1000 with weights
-// in thousandths, each 0..1000, adding up to exactly 1000.
+/*
+ * The gray level of the gray-scale and colored-gray operations: (R * r + G * g + B * b) / 1000 with weights
+ * in thousandths, each 0..1000, adding up to exactly 1000.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,10 @@
-// Halftoning: each pixel's darkness against a screen's threshold, or, for user patterns, the pattern of the
-// pixel's brightness level at the pixel's place in the pattern grid. The 1-bit result is built beside the
-// source and swapped in when complete. Types 0 and 1 keep their own cell size (the dimension is not theirs
-// to set): 8 pixels for the print screen, 16 for the Bayer screen. The angle only turns types 0, 1, 4 and 6;
-// square, round, random and pattern screens stay on the pixel grid, where their cells fit exactly.
+/*
+ * Halftoning: each pixel's darkness against a screen's threshold, or, for user patterns, the pattern of the
+ * pixel's brightness level at the pixel's place in the pattern grid. The 1-bit result is built beside the
+ * source and swapped in when complete. Types 0 and 1 keep their own cell size (the dimension is not theirs
+ * to set): 8 pixels for the print screen, 16 for the Bayer screen. The angle only turns types 0, 1, 4 and 6;
+ * square, round, random and pattern screens stay on the pixel grid, where their cells fit exactly.
+ */
 #include <algorithm>
 #include <vector>
 

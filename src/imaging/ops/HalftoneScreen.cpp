@@ -1,6 +1,8 @@
-// Angled screens are computed, not tiled: each pixel centre is rotated into screen coordinates and the
-// fraction of its cell taken from those coordinates directly, so a screen at an angle whose cell does not fit
-// the pixel grid (15 or 75 degrees) has no tile boundary that could show as a seam.
+/*
+ * Angled screens are computed, not tiled: each pixel centre is rotated into screen coordinates and the
+ * fraction of its cell taken from those coordinates directly, so a screen at an angle whose cell does not fit
+ * the pixel grid (15 or 75 degrees) has no tile boundary that could show as a seam.
+ */
 #include "HalftoneScreen.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
-// The threshold screens of the halftone: for each pixel a threshold in 1..65534; the pixel is inked when its
-// darkness (0..65535) exceeds it. Spot-function screens spread their thresholds by area: a table built from
-// the spot function sampled over one cell gives, for each spot value, the share of the cell that inks before
-// it, so a flat gray of darkness t inks t of every cell whatever the dot's shape.
+/*
+ * The threshold screens of the halftone: for each pixel a threshold in 1..65534; the pixel is inked when its
+ * darkness (0..65535) exceeds it. Spot-function screens spread their thresholds by area: a table built from
+ * the spot function sampled over one cell gives, for each spot value, the share of the cell that inks before
+ * it, so a flat gray of darkness t inks t of every cell whatever the dot's shape.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,8 @@
-// Histogram contrast: the contrast curve centered on the median intensity of the pixels the operation
-// touches (the region's, when one is set) instead of the middle value. The intensity histogram is counted
-// per row band and merged, then the curve runs through the ordinary per-channel tables.
+/*
+ * Histogram contrast: the contrast curve centered on the median intensity of the pixels the operation
+ * touches (the region's, when one is set) instead of the middle value. The intensity histogram is counted
+ * per row band and merged, then the curve runs through the ordinary per-channel tables.
+ */
 #include <mutex>
 #include <vector>
 

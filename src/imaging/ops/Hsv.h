@@ -1,8 +1,10 @@
-// Integer HSV for the hue, saturation and remap-hue operations, so that no pixel goes through floating
-// point or trigonometry. A pixel is kept as its value V (the largest channel), its chroma d (largest minus
-// smallest) and its hue in fixed point: 65536 units per 60-degree sector, 6 sectors a circle. Converting
-// back puts V and V - d on the largest and smallest channels and the middle channel where the hue's
-// fraction of its sector says; rounding is to the nearest level, so a round trip is exact to one level.
+/*
+ * Integer HSV for the hue, saturation and remap-hue operations, so that no pixel goes through floating
+ * point or trigonometry. A pixel is kept as its value V (the largest channel), its chroma d (largest minus
+ * smallest) and its hue in fixed point: 65536 units per 60-degree sector, 6 sectors a circle. Converting
+ * back puts V and V - d on the largest and smallest channels and the middle channel where the hue's
+ * fraction of its sector says; rounding is to the nearest level, so a round trip is exact to one level.
+ */
 #pragma once
 
 #include <array>

@@ -1,7 +1,9 @@
-// Intensity detect. Without channel bits each pixel becomes white when its intensity (gray value or
-// luminance) lies in [low, high] and black otherwise; with channel bits each selected channel takes the
-// matching channel of the "in" or "out" color by its own value, which is a per-channel table. Low above
-// high leaves nothing inside.
+/*
+ * Intensity detect. Without channel bits each pixel becomes white when its intensity (gray value or
+ * luminance) lies in [low, high] and black otherwise; with channel bits each selected channel takes the
+ * matching channel of the "in" or "out" color by its own value, which is a per-channel table. Low above
+ * high leaves nothing inside.
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 #include "RgbPixels.h"

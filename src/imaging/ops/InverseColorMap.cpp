@@ -1,6 +1,8 @@
-// Candidate lists per cell, built in bands of red blocks over the cores and then concatenated. For a cube
-// [lo, hi] per channel and an entry e, the smallest squared distance is the distance to the clamped point,
-// the largest the distance to the farther corner, each summed per channel.
+/*
+ * Candidate lists per cell, built in bands of red blocks over the cores and then concatenated. For a cube
+ * [lo, hi] per channel and an entry e, the smallest squared distance is the distance to the clamped point,
+ * the largest the distance to the farther corner, each summed per channel.
+ */
 #include "InverseColorMap.h"
 
 #include <algorithm>

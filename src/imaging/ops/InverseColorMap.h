@@ -1,9 +1,11 @@
-// Nearest palette entry of any 8-bit RGB color without scanning the palette. The color cube is split into
-// 64 x 64 x 64 cells of 4 x 4 x 4 colors; for each cell the map keeps only the entries that can be nearest
-// to some color in it. Some entry lies within distance D of every color of the cell, D being the smallest
-// over all entries of their largest distance to the cell; an entry whose smallest distance to the cell
-// exceeds D can therefore never win there. A lookup then compares a handful of candidates exactly, so the answer is
-// the true nearest entry (squared RGB distance, the lowest index on ties).
+/*
+ * Nearest palette entry of any 8-bit RGB color without scanning the palette. The color cube is split into
+ * 64 x 64 x 64 cells of 4 x 4 x 4 colors; for each cell the map keeps only the entries that can be nearest
+ * to some color in it. Some entry lies within distance D of every color of the cell, D being the smallest
+ * over all entries of their largest distance to the cell; an entry whose smallest distance to the cell
+ * exceeds D can therefore never win there. A lookup then compares a handful of candidates exactly, so the answer is
+ * the true nearest entry (squared RGB distance, the lowest index on ties).
+ */
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,7 @@
-// The local histogram equalization export: its argument checks, in the order the header states, then the
-// tile engine of LocalHistoEqualizer.cpp.
+/*
+ * The local histogram equalization export: its argument checks, in the order the header states, then the
+ * tile engine of LocalHistoEqualizer.cpp.
+ */
 #include "LocalHistoEqualizer.h"
 
 namespace qv {

@@ -1,25 +1,27 @@
-// Local histogram equalization.
-//
-// The mapping. A window holding N samples maps a value v to max * (2 below(v) + count(v)) / (2 N), rounded:
-// the middle of v's rank among the window's samples. Every value keeps its order, a window of one value maps
-// it to the middle level, and inverting the image inverts the result. 16-bit samples are counted in 4096
-// bins of 16 values (histograms of 65536 bins per tile would cost more than the pixels they serve); the
-// mapping is computed at the 4097 bin edges, E_k = max * below(bin k) / N rounded, and a value 16 k + f
-// maps to E_k + (E_k+1 - E_k) (2 f + 1) / 32 rounded, so the output keeps all 16 bits.
-//
-// Channels. Colour space QV_LHE_RGB equalizes red, green and blue each by its own histogram; QV_LHE_YUV
-// equalizes the luminance Y = (299 R + 587 G + 114 B) / 1000 and keeps U and V, which moves every channel
-// by Y' - Y (clamped); QV_LHE_GRAY equalizes the luminance and writes it to all three channels. A gray image
-// has one channel and all three spaces equalize it.
-//
-// Cost. Histograms are kept per strip of columns (TileAxis.h) over the rows of the current tile row's
-// window; moving down one tile row adds the rows entering the window and removes those leaving it, and each
-// tile's window histogram is the previous tile's plus one lead strip less one trail strip. A pixel is thus
-// counted a fixed number of times whatever the tile and extension, and each tile costs a few passes over its
-// bins. Mapping tables live for the tile rows that smoothing can reach, in a ring per band of rows.
-//
-// In place. Histograms read the sample keys copied before anything is written, so no band reads a pixel
-// another band has already changed; each pixel is then written from its own old value alone.
+/*
+ * Local histogram equalization.
+ *
+ * The mapping. A window holding N samples maps a value v to max * (2 below(v) + count(v)) / (2 N), rounded:
+ * the middle of v's rank among the window's samples. Every value keeps its order, a window of one value maps
+ * it to the middle level, and inverting the image inverts the result. 16-bit samples are counted in 4096
+ * bins of 16 values (histograms of 65536 bins per tile would cost more than the pixels they serve); the
+ * mapping is computed at the 4097 bin edges, E_k = max * below(bin k) / N rounded, and a value 16 k + f
+ * maps to E_k + (E_k+1 - E_k) (2 f + 1) / 32 rounded, so the output keeps all 16 bits.
+ *
+ * Channels. Colour space QV_LHE_RGB equalizes red, green and blue each by its own histogram; QV_LHE_YUV
+ * equalizes the luminance Y = (299 R + 587 G + 114 B) / 1000 and keeps U and V, which moves every channel
+ * by Y' - Y (clamped); QV_LHE_GRAY equalizes the luminance and writes it to all three channels. A gray image
+ * has one channel and all three spaces equalize it.
+ *
+ * Cost. Histograms are kept per strip of columns (TileAxis.h) over the rows of the current tile row's
+ * window; moving down one tile row adds the rows entering the window and removes those leaving it, and each
+ * tile's window histogram is the previous tile's plus one lead strip less one trail strip. A pixel is thus
+ * counted a fixed number of times whatever the tile and extension, and each tile costs a few passes over its
+ * bins. Mapping tables live for the tile rows that smoothing can reach, in a ring per band of rows.
+ *
+ * In place. Histograms read the sample keys copied before anything is written, so no band reads a pixel
+ * another band has already changed; each pixel is then written from its own old value alone.
+ */
 #include "LocalHistoEqualizer.h"
 
 #include <algorithm>

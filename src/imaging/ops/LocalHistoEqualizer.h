@@ -1,7 +1,9 @@
-// Local histogram equalization over tiles: each tile's values are mapped by the histogram of its extended
-// window, and tiles blend their mappings near their seams. The maths, the sliding window and the memory
-// plan are described in LocalHistoEqualizer.cpp; the export and its argument checks are in
-// LocalHistoEqualizeBitmap.cpp.
+/*
+ * Local histogram equalization over tiles: each tile's values are mapped by the histogram of its extended
+ * window, and tiles blend their mappings near their seams. The maths, the sliding window and the memory
+ * plan are described in LocalHistoEqualizer.cpp; the export and its argument checks are in
+ * LocalHistoEqualizeBitmap.cpp.
+ */
 #pragma once
 
 #include "OpsCommon.h"

@@ -1,8 +1,10 @@
-// Pixel rows of every format as the local equalization sees them: up to three planar channels of levels
-// 0..max (255 for 8-bit samples, palettes and 5-6-5; 4095 for 12-bit gray; 65535 for 16-bit samples; signed
-// gray as its levels), read from and written back to a span of a row. Indexed pixels are read through the
-// palette and written as the nearest palette entry; 5-6-5 channels are widened to 8 bits and rounded back;
-// alpha is carried through unchanged. The format switch is made once per span.
+/*
+ * Pixel rows of every format as the local equalization sees them: up to three planar channels of levels
+ * 0..max (255 for 8-bit samples, palettes and 5-6-5; 4095 for 12-bit gray; 65535 for 16-bit samples; signed
+ * gray as its levels), read from and written back to a span of a row. Indexed pixels are read through the
+ * palette and written as the nearest palette entry; 5-6-5 channels are widened to 8 bits and rounded back;
+ * alpha is carried through unchanged. The format switch is made once per span.
+ */
 #pragma once
 
 #include <cstdint>

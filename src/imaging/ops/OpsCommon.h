@@ -1,19 +1,21 @@
-// Shared plumbing of the image operations: the accepted-format table every operation declares, the common
-// start of an operation (bitmap, flags, format, the indexed-with-region refusal), the rounding every formula
-// uses, and the parallel walk over the rows and spans a region leaves inside. Kept in one place so that all
-// operations check in the same order and round the same way.
+/*
+ * Shared plumbing of the image operations: the accepted-format table every operation declares, the common
+ * start of an operation (bitmap, flags, format, the indexed-with-region refusal), the rounding every formula
+ * uses, and the parallel walk over the rows and spans a region leaves inside. Kept in one place so that all
+ * operations check in the same order and round the same way.
+ */
 #pragma once
 
 #include <atomic>
 #include <cstdint>
 #include <cstring>
 
-#include "AddressCheck.h"
 #include "../BitmapCheck.h"
-#include "ExportGuard.h"
 #include "../Parallel.h"
 #include "../PixelFormat.h"
 #include "../Region.h"
+#include "AddressCheck.h"
+#include "ExportGuard.h"
 #include "qv/qvimgops.h"
 
 // Hot kernels get a second copy compiled for AVX2, picked at run time, where the compiler supports

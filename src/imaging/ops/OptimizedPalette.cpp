@@ -1,7 +1,9 @@
-// Wu's cut works on cumulative moments: after the prefix sums, the count, channel sums and sum of squares
-// of any box come from eight corner lookups, so the variance of a box and of both halves of every candidate
-// cut is O(1). Each step splits the box with the largest variance along the axis and position that leave
-// the smallest summed variance (equivalently, the largest sum of |mean sum|^2 / count over the two halves).
+/*
+ * Wu's cut works on cumulative moments: after the prefix sums, the count, channel sums and sum of squares
+ * of any box come from eight corner lookups, so the variance of a box and of both halves of every candidate
+ * cut is O(1). Each step splits the box with the largest variance along the axis and position that leave
+ * the smallest summed variance (equivalently, the largest sum of |mean sum|^2 / count over the two halves).
+ */
 #include "OptimizedPalette.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
-// The color quantizer behind the optimized palettes: Wu's greedy variance-minimizing cut of the color
-// histogram into boxes, whose means seed a weighted k-means over the histogram's cell means. The cut alone
-// already lands near a local optimum in a single pass over the grid; a few k-means rounds then move each
-// entry to the mean of the colors it actually wins, which is what lowers the mapping error further.
+/*
+ * The color quantizer behind the optimized palettes: Wu's greedy variance-minimizing cut of the color
+ * histogram into boxes, whose means seed a weighted k-means over the histogram's cell means. The cut alone
+ * already lands near a local optimum in a single pass over the grid; a few k-means rounds then move each
+ * entry to the mean of the colors it actually wins, which is what lowers the mapping error further.
+ */
 #pragma once
 
 #include <vector>

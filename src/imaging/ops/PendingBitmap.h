@@ -1,6 +1,8 @@
-// A bitmap under construction by an operation that changes a bitmap's format: the new descriptor is built
-// beside the caller's and its memory is released unless the operation hands it on, so a failure or an
-// abort part of the way leaves nothing behind.
+/*
+ * A bitmap under construction by an operation that changes a bitmap's format: the new descriptor is built
+ * beside the caller's and its memory is released unless the operation hands it on, so a failure or an
+ * abort part of the way leaves nothing behind.
+ */
 #pragma once
 
 #include "../Bitmap.h"

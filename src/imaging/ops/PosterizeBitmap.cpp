@@ -1,5 +1,7 @@
-// Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table. On
-// signed gray the levels span the signed range, both ends included (an odd count puts one on 0).
+/*
+ * Posterize: every channel snaps to the nearest of a few evenly spaced levels, through one lookup table. On
+ * signed gray the levels span the signed range, both ends included (an odd count puts one on 0).
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

@@ -1,6 +1,8 @@
-// Remap hue: hue, saturation and value of each pixel, each scaled to a table index 0..length-1, go through
-// the caller's tables where the mask selects the pixel's hue. Integer HSV throughout; a pixel whose three
-// indices come back unchanged is not rewritten, so identity tables leave the image byte for byte as it was.
+/*
+ * Remap hue: hue, saturation and value of each pixel, each scaled to a table index 0..length-1, go through
+ * the caller's tables where the mask selects the pixel's hue. Integer HSV throughout; a pixel whose three
+ * indices come back unchanged is not rewritten, so identity tables leave the image byte for byte as it was.
+ */
 #include "AddressCheck.h"
 #include "ChannelLut.h"
 #include "Hsv.h"

@@ -1,5 +1,7 @@
-// Remap intensity: a caller's table replaces the values of the chosen channels. The table must have one
-// entry per sample value of the format; entries past max give max.
+/*
+ * Remap intensity: a caller's table replaces the values of the chosen channels. The table must have one
+ * entry per sample value of the format; entries past max give max.
+ */
 #include "AddressCheck.h"
 #include "ChannelLut.h"
 #include "OpsCommon.h"

@@ -1,8 +1,10 @@
-// Runs a whole-pixel operation (one whose channels depend on each other: hue, saturation, gray conversions,
-// balance, the intensity test) over every color format: palette entries of indexed images, 5-6-5 pixels
-// expanded to 8-bit channels and packed back, 24/32-bit bytes and 48/64-bit samples. The operation is a
-// function object with   template <class T> void operator()(T& r, T& g, T& b) const   for T = uint8_t
-// (max 255) and uint16_t (max 65535); the kernel for the format is instantiated once, before the row loop.
+/*
+ * Runs a whole-pixel operation (one whose channels depend on each other: hue, saturation, gray conversions,
+ * balance, the intensity test) over every color format: palette entries of indexed images, 5-6-5 pixels
+ * expanded to 8-bit channels and packed back, 24/32-bit bytes and 48/64-bit samples. The operation is a
+ * function object with   template <class T> void operator()(T& r, T& g, T& b) const   for T = uint8_t
+ * (max 255) and uint16_t (max 65535); the kernel for the format is instantiated once, before the row loop.
+ */
 #pragma once
 
 #include <cstdint>

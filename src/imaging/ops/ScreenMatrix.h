@@ -1,6 +1,8 @@
-// Threshold screens shared by the ordered dithering of the color reduction and the halftone screens: the
-// spot functions that say which part of a cell inks first, the recursive Bayer matrix, and the ranking that
-// turns a spot function sampled on a small tile into a threshold matrix.
+/*
+ * Threshold screens shared by the ordered dithering of the color reduction and the halftone screens: the
+ * spot functions that say which part of a cell inks first, the recursive Bayer matrix, and the ranking that
+ * turns a spot function sampled on a small tile into a threshold matrix.
+ */
 #pragma once
 
 #include <algorithm>

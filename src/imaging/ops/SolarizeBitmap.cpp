@@ -1,7 +1,9 @@
-// Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
-// is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples). On signed
-// gray it counts from the range's minimum, as the solarize dialog's slider runs 0..4095 or 0..65535 over a
-// signed 12/16-bit image; inversion mirrors about the range's middle (-32768 <-> 32767, 0 <-> -1).
+/*
+ * Solarize: channel values at or above the threshold are inverted, through one lookup table. The threshold
+ * is in the channel's own scale (0..255 for palettes and 5-6-5, up to 65535 for 16-bit samples). On signed
+ * gray it counts from the range's minimum, as the solarize dialog's slider runs 0..4095 or 0..65535 over a
+ * signed 12/16-bit image; inversion mirrors about the range's middle (-32768 <-> 32767, 0 <-> -1).
+ */
 #include "ChannelLut.h"
 #include "OpsCommon.h"
 

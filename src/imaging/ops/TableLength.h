@@ -1,6 +1,8 @@
-// The table-length rule of the table-driven operations: one entry per sample value of the format, so 256
-// for palettes, 8-bit gray, 5-6-5 and 8-bit color, 4096 for 12-bit gray and 65536 for 16-bit gray and
-// 16-bit color samples. A caller's table must have exactly that many readable entries.
+/*
+ * The table-length rule of the table-driven operations: one entry per sample value of the format, so 256
+ * for palettes, 8-bit gray, 5-6-5 and 8-bit color, 4096 for 12-bit gray and 65536 for 16-bit gray and
+ * 16-bit color samples. A caller's table must have exactly that many readable entries.
+ */
 #pragma once
 
 #include "AddressCheck.h"

@@ -1,14 +1,16 @@
-// One axis of the local equalization's tile grid. Tiles of `tile` positions run from the start of the area;
-// tile j's histogram window reaches `ext` positions further on each side, clipped to the area. Moving the
-// window from tile j - 1 to tile j adds the positions of lead strip j and drops those of trail strip j - 1,
-// where lead strip k is [k tile + ext, (k + 1) tile + ext) and trail strip k is [k tile - ext, (k + 1) tile
-// - ext); so window j is the sum of lead strips k <= j less the trail strips k < j, and a histogram kept per
-// strip makes each move cost one strip in and one out, whatever the tile or its extension.
-//
-// Smoothing s blends tiles near a seam: a position x stands for the span [x + 1/2 - s, x + 1/2 + s], and each
-// tile weighs by the share of that span it covers (the first and last tiles reaching on past the area's
-// ends, so nothing blends at the border). Within s of one seam this is the linear ramp from one tile's
-// mapping to the other's; weights are counted in half positions, so they are integers over 4 s.
+/*
+ * One axis of the local equalization's tile grid. Tiles of `tile` positions run from the start of the area;
+ * tile j's histogram window reaches `ext` positions further on each side, clipped to the area. Moving the
+ * window from tile j - 1 to tile j adds the positions of lead strip j and drops those of trail strip j - 1,
+ * where lead strip k is [k tile + ext, (k + 1) tile + ext) and trail strip k is [k tile - ext, (k + 1) tile
+ * - ext); so window j is the sum of lead strips k <= j less the trail strips k < j, and a histogram kept per
+ * strip makes each move cost one strip in and one out, whatever the tile or its extension.
+ *
+ * Smoothing s blends tiles near a seam: a position x stands for the span [x + 1/2 - s, x + 1/2 + s], and each
+ * tile weighs by the share of that span it covers (the first and last tiles reaching on past the area's
+ * ends, so nothing blends at the border). Within s of one seam this is the linear ramp from one tile's
+ * mapping to the other's; weights are counted in half positions, so they are integers over 4 s.
+ */
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,7 @@
-// Window level for painting: the bitmap gets its own kernel-owned copy of the LUT and the bits to index it
-// with; the samples are never touched, so medical data keeps its full values.
+/*
+ * Window level for painting: the bitmap gets its own kernel-owned copy of the LUT and the bits to index it
+ * with; the samples are never touched, so medical data keeps its full values.
+ */
 #include <cstring>
 
 #include "../Bitmap.h"

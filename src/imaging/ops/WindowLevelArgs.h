@@ -1,5 +1,7 @@
-// The argument checks shared by the two window-level functions that take a bitmap: a 12 or 16-bit gray
-// bitmap, a bit range inside its samples, and a readable LUT of 1..65536 entries.
+/*
+ * The argument checks shared by the two window-level functions that take a bitmap: a 12 or 16-bit gray
+ * bitmap, a bit range inside its samples, and a readable LUT of 1..65536 entries.
+ */
 #pragma once
 
 #include "AddressCheck.h"

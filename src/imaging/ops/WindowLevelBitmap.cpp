@@ -1,6 +1,8 @@
-// Window level made permanent: a 12/16-bit gray bitmap becomes 24-bit color through the LUT. The new pixels
-// are built in a fresh allocation and swapped in only when every row is done, so an abort or a failure
-// leaves the bitmap as it was.
+/*
+ * Window level made permanent: a 12/16-bit gray bitmap becomes 24-bit color through the LUT. The new pixels
+ * are built in a fresh allocation and swapped in only when every row is done, so an abort or a failure
+ * leaves the bitmap as it was.
+ */
 #include <cstring>
 
 #include "../Bitmap.h"

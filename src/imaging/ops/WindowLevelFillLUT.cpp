@@ -1,6 +1,8 @@
-// Fills a window-level LUT: each entry stands for one source value; values below the window and above it
-// take the ramp kind's end colors, values inside run along the chosen curve from one end to the other. The
-// window is either [low, high] itself or the DICOM VOI linear function of its center and width.
+/*
+ * Fills a window-level LUT: each entry stands for one source value; values below the window and above it
+ * take the ramp kind's end colors, values inside run along the chosen curve from one end to the other. The
+ * window is either [low, high] itself or the DICOM VOI linear function of its center and width.
+ */
 #include <cmath>
 
 #include "AddressCheck.h"

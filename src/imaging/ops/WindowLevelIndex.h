@@ -1,7 +1,9 @@
-// How a 12/16-bit gray sample finds its window-level LUT entry: bits low..high of the sample form the value
-// (sign-extended from that width for signed data); a non-negative value v sits at entry v and a negative one
-// at entry length + v. Values the table cannot hold take its nearest entry of the same sign, so no sample
-// can index past the table.
+/*
+ * How a 12/16-bit gray sample finds its window-level LUT entry: bits low..high of the sample form the value
+ * (sign-extended from that width for signed data); a non-negative value v sits at entry v and a negative one
+ * at entry length + v. Values the table cannot hold take its nearest entry of the same sign, so no sample
+ * can index past the table.
+ */
 #pragma once
 
 #include <cstdint>

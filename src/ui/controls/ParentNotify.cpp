@@ -1,4 +1,6 @@
-// WM_NOTIFY from a control to its parent.
+/*
+ * WM_NOTIFY from a control to its parent.
+ */
 #include "ParentNotify.h"
 
 namespace qvctl {

@@ -1,4 +1,6 @@
-// Placeholder take-over: read the stand-in before creating, replace it after.
+/*
+ * Placeholder take-over: read the stand-in before creating, replace it after.
+ */
 #include "Placeholder.h"
 
 namespace qvctl {

@@ -1,7 +1,9 @@
-// QVCURVEMODEDATA: one curve of the curve editor as its control points, the factor of the exponential and
-// logarithm modes and the mode, handed between CQVCurveCtrl and the curve dialogs. Pure data without a
-// window, so the curve dialogs' record rules and curve files use it natively too. The point buffer belongs
-// to whoever fills the structure; the editor copies from it and never keeps the pointer.
+/*
+ * QVCURVEMODEDATA: one curve of the curve editor as its control points, the factor of the exponential and
+ * logarithm modes and the mode, handed between CQVCurveCtrl and the curve dialogs. Pure data without a
+ * window, so the curve dialogs' record rules and curve files use it natively too. The point buffer belongs
+ * to whoever fills the structure; the editor copies from it and never keeps the pointer.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,8 @@
-// The palette orders (see PaletteTables.h). Hue and saturation are fractions of small integers, so they are
-// kept as numerator and denominator and compared by cross-multiplication: two colours of the same hue always
-// compare equal, however their components differ, which no rounded key guarantees.
+/*
+ * The palette orders (see PaletteTables.h). Hue and saturation are fractions of small integers, so they are
+ * kept as numerator and denominator and compared by cross-multiplication: two colours of the same hue always
+ * compare equal, however their components differ, which no rounded key guarantees.
+ */
 #include "PaletteTables.h"
 
 #include <algorithm>

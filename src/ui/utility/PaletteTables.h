@@ -1,19 +1,21 @@
-// The standard palettes the palette editor offers and the orders it sorts a palette in, written without a
-// window so they are built at compile time and tested natively. An entry is the 4-byte PALETTEENTRY (red,
-// green, blue, flags); natively a layout-identical stand-in is declared here. What each table holds:
-// - Netscape (216): the browser-safe colour cube, levels 0, 51, ..., 255 on each axis, in the order the
-//   Netscape browser listed it: from white (FF,FF,FF) down to black, blue fastest, then green, then red.
-// - Windows system (20): the static colours Windows reserves on an 8-bit display, in system palette order
-//   (the ten dark ones, then the ten light ones).
-// - explorer (256): the palette a web browser realised on an 8-bit display: the first ten system colours, the
-//   216 cube colours in ascending order (blue fastest), 20 grays that fill the gaps between the cube's six
-//   grays (four evenly spaced in each gap, so with the cube's own grays they form a 26-step ramp), and the
-//   last ten system colours.
-// - SVGA (256): the default palette of the VGA's 256-colour mode that SVGA boards keep: the 16 EGA colours, a
-//   16-step gray ramp, nine 24-hue rings (three intensities times three saturations) and eight blacks; the
-//   6-bit DAC levels are scaled to 8 bits with rounding (63 becomes 255).
-// - uniform (256): an 8 x 8 x 4 cube, the 3-3-2 bit split of an index (red in the top three bits, blue in
-//   the two lowest), each axis spread evenly over 0..255.
+/*
+ * The standard palettes the palette editor offers and the orders it sorts a palette in, written without a
+ * window so they are built at compile time and tested natively. An entry is the 4-byte PALETTEENTRY (red,
+ * green, blue, flags); natively a layout-identical stand-in is declared here. What each table holds:
+ * - Netscape (216): the browser-safe colour cube, levels 0, 51, ..., 255 on each axis, in the order the
+ * Netscape browser listed it: from white (FF,FF,FF) down to black, blue fastest, then green, then red.
+ * - Windows system (20): the static colours Windows reserves on an 8-bit display, in system palette order
+ * (the ten dark ones, then the ten light ones).
+ * - explorer (256): the palette a web browser realised on an 8-bit display: the first ten system colours, the
+ * 216 cube colours in ascending order (blue fastest), 20 grays that fill the gaps between the cube's six
+ * grays (four evenly spaced in each gap, so with the cube's own grays they form a 26-step ramp), and the
+ * last ten system colours.
+ * - SVGA (256): the default palette of the VGA's 256-colour mode that SVGA boards keep: the 16 EGA colours, a
+ * 16-step gray ramp, nine 24-hue rings (three intensities times three saturations) and eight blacks; the
+ * 6-bit DAC levels are scaled to 8 bits with rounding (63 becomes 255).
+ * - uniform (256): an 8 x 8 x 4 cube, the 3-3-2 bit split of an index (red in the top three bits, blue in
+ * the two lowest), each axis spread evenly over 0..255.
+ */
 #pragma once
 
 #include <array>

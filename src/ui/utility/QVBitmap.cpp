@@ -58,11 +58,13 @@ const BITMAPHANDLE* CQVBitmap::GetHandle() const {
 
 bool CQVBitmap::IsAllocated() const {
   const BITMAPHANDLE* b = GetHandle();
-  return b && qv::IsValidAddress(b, sizeof(BITMAPHANDLE), qv::Access::Read) && (b->uFlags & QV_BMF_ALLOCATED) && b->pData;
+  return b && qv::IsValidAddress(b, sizeof(BITMAPHANDLE), qv::Access::Read) && (b->uFlags & QV_BMF_ALLOCATED) &&
+         b->pData;
 }
 
 int CQVBitmap::Attach(BITMAPHANDLE* p) {
-  if (!p || !qv::IsValidAddress(p, sizeof(BITMAPHANDLE), qv::Access::Write)) return Keep(QV_ERROR_INVALID_PARAMETER) == 1;
+  if (!p || !qv::IsValidAddress(p, sizeof(BITMAPHANDLE), qv::Access::Write))
+    return Keep(QV_ERROR_INVALID_PARAMETER) == 1;
   Free();
   m_attached = p;
   return 1;

@@ -1,6 +1,8 @@
-// The base under every export: the guard turns any exception into a result code and lets none escape; the
-// probes tell readable from writable memory and measure a host's string without reading past the last
-// readable byte, at the edges where an off-by-one would read a byte too many or refuse a valid string.
+/*
+ * The base under every export: the guard turns any exception into a result code and lets none escape; the
+ * probes tell readable from writable memory and measure a host's string without reading past the last
+ * readable byte, at the edges where an off-by-one would read a byte too many or refuse a valid string.
+ */
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -104,11 +106,9 @@ TEST(StringProbe, MeasuresUpToTheLastReadableCharacterAndNoFurther) {
     GuardedPage page;
     const size_t untouched = 12345;
     size_t length = untouched;
-    const bool accepted = row.wide
-                              ? qv::SafeStringLength(page.PlaceAtEnd<wchar_t>(row.count, row.terminated),
-                                                     row.maxLength, &length)
-                              : qv::SafeStringLength(page.PlaceAtEnd<char>(row.count, row.terminated),
-                                                     row.maxLength, &length);
+    const bool accepted =
+        row.wide ? qv::SafeStringLength(page.PlaceAtEnd<wchar_t>(row.count, row.terminated), row.maxLength, &length)
+                 : qv::SafeStringLength(page.PlaceAtEnd<char>(row.count, row.terminated), row.maxLength, &length);
     EXPECT_EQ(accepted, row.accepted) << row.what;
     EXPECT_EQ(length, row.accepted ? row.count : untouched) << row.what;
   }

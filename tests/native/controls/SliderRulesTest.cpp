@@ -1,6 +1,8 @@
-// The multi-marker slider's rules: value and pixel both ways at widths that do not divide the range, which
-// marker a press takes (equal markers included), moves that stop at a neighbour or push it, key targets,
-// ticks and the labels.
+/*
+ * The multi-marker slider's rules: value and pixel both ways at widths that do not divide the range, which
+ * marker a press takes (equal markers included), moves that stop at a neighbour or push it, key targets,
+ * ticks and the labels.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

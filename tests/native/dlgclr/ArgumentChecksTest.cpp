@@ -1,7 +1,9 @@
-// The argument checks of the dialog exports: their order, the exact size, and bitmaps with and without pixel
-// memory or signed samples (an unreadable bitmap pointer included). Every case runs for every export, because
-// the table row of each export is what is really tested. Read-only and truncated structures are tested under
-// Wine, where the probe is the product's VirtualQuery.
+/*
+ * The argument checks of the dialog exports: their order, the exact size, and bitmaps with and without pixel
+ * memory or signed samples (an unreadable bitmap pointer included). Every case runs for every export, because
+ * the table row of each export is what is really tested. Read-only and truncated structures are tested under
+ * Wine, where the probe is the product's VirtualQuery.
+ */
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>

@@ -1,7 +1,9 @@
-// libFuzzer target for one curve file reader (QV_FUZZ_HUE_CURVES picks the hue dialog's format, else the
-// intensity dialog's). Each input is read by a dialog of every table length. Whatever loads must pass the
-// record checks for the dialog's length, and, read at its own length, must write back to exactly the bytes
-// it was read from. The input sits in a buffer of exactly its size, so AddressSanitizer sees any overread.
+/*
+ * libFuzzer target for one curve file reader (QV_FUZZ_HUE_CURVES picks the hue dialog's format, else the
+ * intensity dialog's). Each input is read by a dialog of every table length. Whatever loads must pass the
+ * record checks for the dialog's length, and, read at its own length, must write back to exactly the bytes
+ * it was read from. The input sits in a buffer of exactly its size, so AddressSanitizer sees any overread.
+ */
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

@@ -1,6 +1,8 @@
-// The curve files of both curve dialogs: exact layout, byte-identical round trips at every table length,
-// loading into a dialog of another length, and each damaged file mapped to the status that decides between
-// leaving the dialog alone (wrong tag) and resetting every curve.
+/*
+ * The curve files of both curve dialogs: exact layout, byte-identical round trips at every table length,
+ * loading into a dialog of another length, and each damaged file mapped to the status that decides between
+ * leaving the dialog alone (wrong tag) and resetting every curve.
+ */
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,6 +1,8 @@
-// The curve record rules both curve dialogs share: which records a table of each length accepts, how points
-// move between table lengths (exactly 257 times between 256 and 65536; points that fall together are merged
-// so a table can still be built), and which table length each kind of bitmap gets.
+/*
+ * The curve record rules both curve dialogs share: which records a table of each length accepts, how points
+ * move between table lengths (exactly 257 times between 256 and 65536; points that fall together are merged
+ * so a table can still be built), and which table length each kind of bitmap gets.
+ */
 #include <gtest/gtest.h>
 
 #include <initializer_list>

@@ -1,7 +1,9 @@
-// The value rules of the gray scale, colored gray and balance colors dialogs, as tables: the markers' rounding
-// and the weights they stand for, which caller weights are taken or fall back, the gray weights' range, and
-// the balance weights' percentages against the structure's fractions (the records written back are checked
-// through the export under Wine).
+/*
+ * The value rules of the gray scale, colored gray and balance colors dialogs, as tables: the markers' rounding
+ * and the weights they stand for, which caller weights are taken or fall back, the gray weights' range, and
+ * the balance weights' percentages against the structure's fractions (the records written back are checked
+ * through the export under Wine).
+ */
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -1,6 +1,8 @@
-// The value rules of the intensity detect dialog: the range both bounds share for each kind of bitmap, the
-// caller's bounds against it (taken unsigned, the minimum replacing what lies outside) and the channel bits the
-// mode and boxes make.
+/*
+ * The value rules of the intensity detect dialog: the range both bounds share for each kind of bitmap, the
+ * caller's bounds against it (taken unsigned, the minimum replacing what lies outside) and the channel bits the
+ * mode and boxes make.
+ */
 #include <gtest/gtest.h>
 
 #include "IntensityDetectRules.h"

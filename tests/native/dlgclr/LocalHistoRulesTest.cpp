@@ -1,6 +1,8 @@
-// The value rules of the local histogram equalization dialog: the limits from the bitmap or its region (the
-// region alone loses a pixel), the defaults, the caller's values (the height held against the smoothing
-// unsigned, the width not), the smoothing range, and raising the smoothing past the window.
+/*
+ * The value rules of the local histogram equalization dialog: the limits from the bitmap or its region (the
+ * region alone loses a pixel), the defaults, the caller's values (the height held against the smoothing
+ * unsigned, the width not), the smoothing range, and raising the smoothing past the window.
+ */
 #include <gtest/gtest.h>
 
 #include "LocalHistoRules.h"

@@ -1,6 +1,8 @@
-// libFuzzer target for the palette file reader: any input gives a status, the entries it loads are at most
-// 256, and a loaded palette written again reads back to the same entries. The input is copied to a buffer of
-// exactly its size, so AddressSanitizer reports any read past the file's bytes.
+/*
+ * libFuzzer target for the palette file reader: any input gives a status, the entries it loads are at most
+ * 256, and a loaded palette written again reads back to the same entries. The input is copied to a buffer of
+ * exactly its size, so AddressSanitizer reports any read past the file's bytes.
+ */
 #include <cstddef>
 #include <cstdint>
 #include <vector>

@@ -1,5 +1,7 @@
-// The palette file: exact bytes, byte-identical round trips up to the 256-entry limit, and each kind of
-// damaged file mapped to its own status with the entries the editor loads from it.
+/*
+ * The palette file: exact bytes, byte-identical round trips up to the 256-entry limit, and each kind of
+ * damaged file mapped to its own status with the entries the editor loads from it.
+ */
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,6 +1,8 @@
-// The standard palettes and the five palette orders: sizes and the entries where one block of a table gives
-// way to the next, and sorts that are exact about hue and saturation, total (the input order never shows in
-// the result) and confined to the first `count` entries.
+/*
+ * The standard palettes and the five palette orders: sizes and the entries where one block of a table gives
+ * way to the next, and sorts that are exact about hue and saturation, total (the input order never shows in
+ * the result) and confined to the first `count` entries.
+ */
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,6 +1,8 @@
-// The preview layout of a before/after dialog from its flags: which toolbar buttons survive the deletions
-// (by index, highest first, some indices named twice), whether the toolbar hides, and the zoom keys. The
-// gamma dialog's higher toolbar bits are covered too, since every before/after dialog shares this plan.
+/*
+ * The preview layout of a before/after dialog from its flags: which toolbar buttons survive the deletions
+ * (by index, highest first, some indices named twice), whether the toolbar hides, and the zoom keys. The
+ * gamma dialog's higher toolbar bits are covered too, since every before/after dialog shares this plan.
+ */
 #include <gtest/gtest.h>
 
 #include "PreviewFlagPlan.h"

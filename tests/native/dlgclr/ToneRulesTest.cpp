@@ -1,6 +1,8 @@
-// The value rules of the single-value dialogs: taking the caller's value (the range minimum replaces an
-// out-of-range value, never the nearer end), the solarize range for each kind of bitmap, and what typing and
-// committing in the edit box do.
+/*
+ * The value rules of the single-value dialogs: taking the caller's value (the range minimum replaces an
+ * out-of-range value, never the nearer end), the solarize range for each kind of bitmap, and what typing and
+ * committing in the edit box do.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,7 +1,9 @@
-// The window-level slider's rules: value/pixel mapping and its rounding, where markers are inserted, the drag
-// bounds, the neighbour rule (stacked markers hand the grab over, other neighbours stop the drag), the refusal
-// of a drag of all markers, the interval under a right-click, the tick plan, the palette ramp and the
-// edit-interval clamp.
+/*
+ * The window-level slider's rules: value/pixel mapping and its rounding, where markers are inserted, the drag
+ * bounds, the neighbour rule (stacked markers hand the grab over, other neighbours stop the drag), the refusal
+ * of a drag of all markers, the interval under a right-click, the tick plan, the palette ramp and the
+ * edit-interval clamp.
+ */
 #include <gtest/gtest.h>
 
 #include <vector>

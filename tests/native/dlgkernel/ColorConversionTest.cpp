@@ -1,6 +1,8 @@
-// The color conversions: known anchor colors, agreement of the Lab transform
-// with lcms2 (as a reference only), stability of every model under a round
-// trip through RGB, and refusal of bad records.
+/*
+ * The color conversions: known anchor colors, agreement of the Lab transform
+ * with lcms2 (as a reference only), stability of every model under a round
+ * trip through RGB, and refusal of bad records.
+ */
 #include <gtest/gtest.h>
 #include <lcms2.h>
 

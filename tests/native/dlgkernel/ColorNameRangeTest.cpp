@@ -1,5 +1,7 @@
-// Color names and component ranges: the CSS table is complete and consistent,
-// names are found by exact color only, and the two-step fetch honours buffers.
+/*
+ * Color names and component ranges: the CSS table is complete and consistent,
+ * names are found by exact color only, and the two-step fetch honours buffers.
+ */
 #include <gtest/gtest.h>
 
 #include <set>

@@ -1,6 +1,8 @@
-// The narrow-to-wide copy of the halftone pattern list: names widened (UTF-8
-// in the native build), pointers carried over, damaged lists refused, and only
-// copies made by the kernel released.
+/*
+ * The narrow-to-wide copy of the halftone pattern list: names widened (UTF-8
+ * in the native build), pointers carried over, damaged lists refused, and only
+ * copies made by the kernel released.
+ */
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,6 +1,8 @@
-// The string table: every id the dialogs ask for has a text in both languages,
-// format strings agree between the languages, and the exports honour buffer
-// sizes, overrides and the language switch.
+/*
+ * The string table: every id the dialogs ask for has a text in both languages,
+ * format strings agree between the languages, and the exports honour buffer
+ * sizes, overrides and the language switch.
+ */
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,6 +1,8 @@
-// Descriptor life cycle and argument checks of the bitmap exports: every format can be created, copied and
-// freed; hostile descriptors get their error codes without crashing; the gray test tells the palette kinds
-// apart.
+/*
+ * Descriptor life cycle and argument checks of the bitmap exports: every format can be created, copied and
+ * freed; hostile descriptors get their error codes without crashing; the gray test tells the palette kinds
+ * apart.
+ */
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 

@@ -1,6 +1,8 @@
-// The working representation: every format survives a read and write through 16-bit RGBA unchanged, the
-// 8-bit path does for 8-bit formats, and known samples land on the documented values (scaling of 12-bit,
-// the signed offset, the 5-6-5 layouts, packed index order).
+/*
+ * The working representation: every format survives a read and write through 16-bit RGBA unchanged, the
+ * 8-bit path does for 8-bit formats, and known samples land on the documented values (scaling of 12-bit,
+ * the signed offset, the 5-6-5 layouts, packed index order).
+ */
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -1,7 +1,9 @@
-// What the viewers paint: reductions average areas (a checker turns mid-gray instead of aliasing),
-// enlargements repeat pixels, indexed images go through their palette, 12/16-bit gray through the
-// window-level LUT (signed values at length + v) or through its significant bits, and a visible window
-// of the destination equals the same part of a full render.
+/*
+ * What the viewers paint: reductions average areas (a checker turns mid-gray instead of aliasing),
+ * enlargements repeat pixels, indexed images go through their palette, 12/16-bit gray through the
+ * window-level LUT (signed values at length + v) or through its significant bits, and a visible window
+ * of the destination equals the same part of a full render.
+ */
 #include <gtest/gtest.h>
 
 #include <cstring>

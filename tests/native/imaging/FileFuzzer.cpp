@@ -1,6 +1,8 @@
-// libFuzzer target for the native image readers (PNG, BMP, JPEG through stb; PNM through our own reader):
-// any input must give a result code, and a bitmap it yields must pass the kernel's own check and free
-// cleanly. Built only with clang (see CMakeLists.txt).
+/*
+ * libFuzzer target for the native image readers (PNG, BMP, JPEG through stb; PNM through our own reader):
+ * any input must give a result code, and a bitmap it yields must pass the kernel's own check and free
+ * cleanly. Built only with clang (see CMakeLists.txt).
+ */
 #include <cstddef>
 #include <cstdint>
 #include <vector>

@@ -1,6 +1,8 @@
-// Image files natively: every format survives a PNG, BMP and PNM round trip at the precision the container
-// keeps (16-bit samples stay 16-bit in PNG and PNM), the loader converts on request, and damaged, cut-short
-// or foreign files get their codes with the caller's descriptor left alone.
+/*
+ * Image files natively: every format survives a PNG, BMP and PNM round trip at the precision the container
+ * keeps (16-bit samples stay 16-bit in PNG and PNM), the loader converts on request, and damaged, cut-short
+ * or foreign files get their codes with the caller's descriptor left alone.
+ */
 #include <gtest/gtest.h>
 
 #include <cstdio>

@@ -1,5 +1,7 @@
-// Bitmap lists: items are deep copies in and out, indices are checked, removal hands over ownership, and
-// handles that are not live lists are refused.
+/*
+ * Bitmap lists: items are deep copies in and out, indices are checked, removal hands over ownership, and
+ * handles that are not live lists are refused.
+ */
 #include <gtest/gtest.h>
 
 #include "Bitmap.h"

@@ -1,5 +1,7 @@
-// Row bands: every row is visited exactly once whatever the split, progress reaches the callback on the
-// calling thread only, and a callback that asks to stop ends the run with the abort code.
+/*
+ * Row bands: every row is visited exactly once whatever the split, progress reaches the callback on the
+ * calling thread only, and a callback that asks to stop ends the run with the abort code.
+ */
 #include <gtest/gtest.h>
 
 #include <atomic>

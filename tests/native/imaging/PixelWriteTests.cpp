@@ -1,5 +1,7 @@
-// Colour writes: the stored bits of one colour in every format (5-6-5 in both orders, signed gray, palette
-// indices), a fill that keeps to the region, and writes outside the bitmap refused without a change.
+/*
+ * Colour writes: the stored bits of one colour in every format (5-6-5 in both orders, signed gray, palette
+ * indices), a fill that keeps to the region, and writes outside the bitmap refused without a change.
+ */
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,6 +1,8 @@
-// The region reduction: exact area means in the source's own format for every format and the edges of the
-// geometry, the region carried by the pixel under each output centre, and hostile requests refused without
-// touching the caller's descriptor.
+/*
+ * The region reduction: exact area means in the source's own format for every format and the edges of the
+ * geometry, the region carried by the pixel under each output centre, and hostile requests refused without
+ * touching the caller's descriptor.
+ */
 #include <gtest/gtest.h>
 
 #include <algorithm>

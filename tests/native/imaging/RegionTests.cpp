@@ -1,5 +1,7 @@
-// Regions: rectangles and masks are set, bounded, replaced and removed through the exports, and the span
-// view gives exactly the pixels inside.
+/*
+ * Regions: rectangles and masks are set, bounded, replaced and removed through the exports, and the span
+ * view gives exactly the pixels inside.
+ */
 #include <gtest/gtest.h>
 
 #include <vector>

@@ -1,4 +1,6 @@
-// Shared helpers of the kernel's native tests.
+/*
+ * Shared helpers of the kernel's native tests.
+ */
 #include "TestBitmaps.h"
 
 #include <cstdlib>

@@ -1,5 +1,7 @@
-// Helpers shared by the kernel's native tests: the owning bitmap wrapper (OwnedBitmap.h), the table of
-// every pixel format, and a deterministic pixel pattern.
+/*
+ * Helpers shared by the kernel's native tests: the owning bitmap wrapper (OwnedBitmap.h), the table of
+ * every pixel format, and a deterministic pixel pattern.
+ */
 #pragma once
 
 #include <string>

@@ -1,6 +1,8 @@
-// Color resolution: each error-diffusion kernel against a reference written here from its weights, the
-// screens on a gradient, every target depth from every source format, the palette choices, the quantizer's
-// quality on a photograph, and hostile arguments leaving both descriptors alone.
+/*
+ * Color resolution: each error-diffusion kernel against a reference written here from its weights, the
+ * screens on a gradient, every target depth from every source format, the palette choices, the quantizer's
+ * quality on a photograph, and hostile arguments leaving both descriptors alone.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,7 +1,9 @@
-// What every operation owes its caller beyond the formula: regions (pixels outside stay byte for byte),
-// the argument checks (null, unallocated, wrong size, undefined flags, values out of range, tables of the
-// wrong length, formats it refuses) leaving the bitmap untouched, and progress and abort through the status
-// callback.
+/*
+ * What every operation owes its caller beyond the formula: regions (pixels outside stay byte for byte),
+ * the argument checks (null, unallocated, wrong size, undefined flags, values out of range, tables of the
+ * wrong length, formats it refuses) leaving the bitmap untouched, and progress and abort through the status
+ * callback.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,6 +1,8 @@
-// Halftoning: every screen inks as much as the gray asks, angled screens stay even across the image (a
-// tiled cell that does not fit the pixel grid would leave bands), user patterns land where they belong, and
-// hostile arguments leave the bitmap alone.
+/*
+ * Halftoning: every screen inks as much as the gray asks, angled screens stay even across the image (a
+ * tiled cell that does not fit the pixel grid would leave bands), user patterns land where they belong, and
+ * hostile arguments leave the bitmap alone.
+ */
 #include <gtest/gtest.h>
 
 #include <cstring>

@@ -1,4 +1,6 @@
-// The per-pixel comparison of the operation tests (see Harness.h).
+/*
+ * The per-pixel comparison of the operation tests (see Harness.h).
+ */
 #include "Harness.h"
 
 #include <gtest/gtest.h>

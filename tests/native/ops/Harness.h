@@ -1,7 +1,9 @@
-// The per-pixel comparison every operation test uses: run the operation on a fresh image of one format and
-// compare each pixel (each palette entry for indexed images) with a reference computed in the test from
-// the operation's formula on the untouched twin image. Alpha must not change; indices of indexed images
-// must not change.
+/*
+ * The per-pixel comparison every operation test uses: run the operation on a fresh image of one format and
+ * compare each pixel (each palette entry for indexed images) with a reference computed in the test from
+ * the operation's formula on the untouched twin image. Alpha must not change; indices of indexed images
+ * must not change.
+ */
 #pragma once
 
 #include <functional>

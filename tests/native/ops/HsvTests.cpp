@@ -1,6 +1,8 @@
-// Hue, saturation and remap hue against a floating-point HSV model written here: RGB to hue in degrees,
-// saturation and value in 0..1, the change, and back. Integer results may differ from the model by one
-// level; gray pixels and gray images must not change at all.
+/*
+ * Hue, saturation and remap hue against a floating-point HSV model written here: RGB to hue in degrees,
+ * saturation and value in 0..1, the change, and back. Integer results may differ from the model by one
+ * level; gray pixels and gray images must not change at all.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

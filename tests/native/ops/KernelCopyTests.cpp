@@ -1,6 +1,8 @@
-// The 8-bit kernels exist twice, a baseline copy and an AVX2 copy picked at run time. On a processor with
-// AVX2 the formula tests only reach the second, so here every such operation runs both ways on the same
-// image and the results must be identical byte for byte.
+/*
+ * The 8-bit kernels exist twice, a baseline copy and an AVX2 copy picked at run time. On a processor with
+ * AVX2 the formula tests only reach the second, so here every such operation runs both ways on the same
+ * image and the results must be identical byte for byte.
+ */
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -1,8 +1,10 @@
-// Local histogram equalization against a brute-force reference on small images: for every tile the window's
-// pixels are counted afresh, each pixel's tile weights are found by measuring its smoothing span against
-// every tile, and the result is compared per pixel. Rows cover every format family, tiles that do not divide
-// the image, extensions larger than the image, smoothing 0 and 9 (also wider than the tiles), the three
-// colour spaces and regions.
+/*
+ * Local histogram equalization against a brute-force reference on small images: for every tile the window's
+ * pixels are counted afresh, each pixel's tile weights are found by measuring its smoothing span against
+ * every tile, and the result is compared per pixel. Rows cover every format family, tiles that do not divide
+ * the image, extensions larger than the image, smoothing 0 and 9 (also wider than the tiles), the three
+ * colour spaces and regions.
+ */
 #include <gtest/gtest.h>
 
 #include <algorithm>

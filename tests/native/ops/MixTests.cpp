@@ -1,5 +1,7 @@
-// The operations that mix channels: gray scale, colored gray, balance colors, the intensity test without
-// channel bits and the histogram contrast around the median, each against its formula computed here.
+/*
+ * The operations that mix channels: gray scale, colored gray, balance colors, the intensity test without
+ * channel bits and the histogram contrast around the median, each against its formula computed here.
+ */
 #include <gtest/gtest.h>
 
 #include <algorithm>

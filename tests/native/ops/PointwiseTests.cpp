@@ -1,7 +1,9 @@
-// The lookup-table operations against their formulas, evaluated here in floating point: brightness,
-// contrast, posterize, solarize, gamma (also the signed form), remap intensity and the per-channel
-// intensity detect, each with its edge values, on every unsigned pixel format, and the tone operations on
-// signed gray over its own range. Results must be exact.
+/*
+ * The lookup-table operations against their formulas, evaluated here in floating point: brightness,
+ * contrast, posterize, solarize, gamma (also the signed form), remap intensity and the per-channel
+ * intensity detect, each with its edge values, on every unsigned pixel format, and the tone operations on
+ * signed gray over its own range. Results must be exact.
+ */
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,7 @@
-// Images for the color-reduction and halftone tests: bitmaps filled from a function of the position, and a
-// reader of palette indices written here from the format description (packed most significant first).
+/*
+ * Images for the color-reduction and halftone tests: bitmaps filled from a function of the position, and a
+ * reader of palette indices written here from the format description (packed most significant first).
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,8 @@
-// The table builders: the curve through control points (passes through them, never overshoots, constant
-// outside them), the functional curve between two entries, and the window-level LUT fill with its ramp
-// kinds, curves, signed layout and DICOM window, each against formulas computed here.
+/*
+ * The table builders: the curve through control points (passes through them, never overshoots, constant
+ * outside them), the functional curve between two entries, and the window-level LUT fill with its ramp
+ * kinds, curves, signed layout and DICOM window, each against formulas computed here.
+ */
 #include <gtest/gtest.h>
 
 #include <cmath>

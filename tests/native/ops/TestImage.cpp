@@ -1,5 +1,7 @@
-// Builds and reads the test images: formats, deterministic contents (a xorshift stream plus the extreme
-// values in the first pixels) and a per-pixel decoder written from the format description.
+/*
+ * Builds and reads the test images: formats, deterministic contents (a xorshift stream plus the extreme
+ * values in the first pixels) and a per-pixel decoder written from the format description.
+ */
 #include "TestImage.h"
 
 #include <cstring>

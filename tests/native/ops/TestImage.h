@@ -1,6 +1,8 @@
-// Test images for the operation tests: every pixel format with deterministic content, an owner that frees
-// the bitmap, and a decoder/encoder written here from the format description (not from the library), so
-// that expected results can be computed per pixel in plain channel values.
+/*
+ * Test images for the operation tests: every pixel format with deterministic content, an owner that frees
+ * the bitmap, and a decoder/encoder written here from the format description (not from the library), so
+ * that expected results can be computed per pixel in plain channel values.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// Window level on bitmaps: attaching a LUT copy for painting (samples untouched, earlier LUT replaced) and
-// the permanent conversion to 24 bits, with bit ranges, signed samples, short tables, regions and aborts.
+/*
+ * Window level on bitmaps: attaching a LUT copy for painting (samples untouched, earlier LUT replaced) and
+ * the permanent conversion to 24 bits, with bit ranges, signed samples, short tables, regions and aborts.
+ */
 #include <gtest/gtest.h>
 
 #include <cstring>

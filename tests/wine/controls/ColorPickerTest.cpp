@@ -1,6 +1,8 @@
-// The colour picker button: the system colour dialog it opens (by mouse, Space and Enter) driven as a user
-// drives it, the parent told once of a new colour and never otherwise, the palettes offered as custom colours,
-// and the swatch it paints.
+/*
+ * The colour picker button: the system colour dialog it opens (by mouse, Space and Enter) driven as a user
+ * drives it, the parent told once of a new colour and never otherwise, the palettes offered as custom colours,
+ * and the swatch it paints.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

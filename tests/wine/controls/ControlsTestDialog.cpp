@@ -1,4 +1,6 @@
-// The recording dialog of the control tests.
+/*
+ * The recording dialog of the control tests.
+ */
 #include "ControlsTestDialog.h"
 
 #include <algorithm>

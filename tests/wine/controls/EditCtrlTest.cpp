@@ -1,6 +1,8 @@
-// The numeric edit box: what typing and pasting may put into it, how its
-// text reads as a value, and when its parent hears that a value was
-// committed.
+/*
+ * The numeric edit box: what typing and pasting may put into it, how its
+ * text reads as a value, and when its parent hears that a value was
+ * committed.
+ */
 #include <windows.h>
 
 #include <commctrl.h>

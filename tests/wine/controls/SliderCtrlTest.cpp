@@ -1,6 +1,8 @@
-// The multi-marker slider as a user meets it: it takes over the template's track bar, scales with its font,
-// is dragged, clicked and keyed with real messages, paints its intervals, and tells its parent of each change
-// the user makes and of none the program makes.
+/*
+ * The multi-marker slider as a user meets it: it takes over the template's track bar, scales with its font,
+ * is dragged, clicked and keyed with real messages, paints its intervals, and tells its parent of each change
+ * the user makes and of none the program makes.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,8 @@
-// The value combo: its list, how it takes over a placeholder, typed and
-// committed values, stepping, picking from the list, and which of these
-// the parent hears about under each flag.
+/*
+ * The value combo: its list, how it takes over a placeholder, typed and
+ * committed values, stepping, picking from the list, and which of these
+ * the parent hears about under each flag.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -5,8 +5,7 @@
  * seven structures share one layout, so every test works on a brightness
  * structure and each row's call casts it to its own type.
  */
-#ifndef QV_DLGCLR_TONEFIXTURE_H
-#define QV_DLGCLR_TONEFIXTURE_H
+#pragma once
 
 #include <windows.h>
 
@@ -113,5 +112,3 @@ bool PaneShows(const DialogView& v, int paneId, const std::vector<COLORREF>& col
 std::vector<COLORREF> StripeColors(const TestBitmap& bitmap);
 
 }  // namespace qv::test
-
-#endif

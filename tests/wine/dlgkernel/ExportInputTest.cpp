@@ -1,6 +1,8 @@
-// The exports under real Windows memory rules: overrides and fetches with
-// unmapped, read-only and unterminated buffers refused with codes, and
-// the halftone list widened from the ANSI code page.
+/*
+ * The exports under real Windows memory rules: overrides and fetches with
+ * unmapped, read-only and unterminated buffers refused with codes, and
+ * the halftone list widened from the ANSI code page.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

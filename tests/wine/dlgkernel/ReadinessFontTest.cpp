@@ -1,6 +1,8 @@
-// Readiness of the dialog kernel over the process's life, the language chosen
-// at initialisation, and the dialog font (the system message font unless the
-// host sets one).
+/*
+ * Readiness of the dialog kernel over the process's life, the language chosen
+ * at initialisation, and the dialog font (the system message font unless the
+ * host sets one).
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -1,6 +1,8 @@
-// Placement of real windows: a requested point is honoured where the window
-// fits, moved as little as needed where it does not, and a null point centres
-// the window on its owner.
+/*
+ * Placement of real windows: a requested point is honoured where the window
+ * fits, moved as little as needed where it does not, and a null point centres
+ * the window on its owner.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -1,8 +1,10 @@
-// Dialogs: modeless and modal dialogs from this program's template, data
-// exchange in both directions, the default OK and Cancel commands, and
-// notifications offered to the child's own object before the dialog's
-// handler. Keys through the message filter and the dialog manager are tested
-// on the base dialogs (F1) and the tone dialogs (Tab, Escape, Enter).
+/*
+ * Dialogs: modeless and modal dialogs from this program's template, data
+ * exchange in both directions, the default OK and Cancel commands, and
+ * notifications offered to the child's own object before the dialog's
+ * handler. Keys through the message filter and the dialog manager are tested
+ * on the base dialogs (F1) and the tone dialogs (Tab, Escape, Enter).
+ */
 #include <windows.h>
 
 #include <commctrl.h>

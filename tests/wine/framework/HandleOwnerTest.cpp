@@ -1,7 +1,9 @@
-// Handle owners: each handle is released exactly once, moves hand ownership
-// over without releasing, selections are undone before an owner lets go,
-// and the palette and file-dialog helpers keep their data straight. Counts
-// come from the owners themselves, since Wine reports no GDI handle counts.
+/*
+ * Handle owners: each handle is released exactly once, moves hand ownership
+ * over without releasing, selections are undone before an owner lets go,
+ * and the palette and file-dialog helpers keep their data straight. Counts
+ * come from the owners themselves, since Wine reports no GDI handle counts.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,8 @@
-// Window objects: how an object is found from its handle and when it stops
-// being found, temporary wrappers of foreign windows, and the typed handlers
-// a message reaches.
+/*
+ * Window objects: how an object is found from its handle and when it stops
+ * being found, temporary wrappers of foreign windows, and the typed handlers
+ * a message reaches.
+ */
 #include <windows.h>
 
 #include <commctrl.h>

@@ -1,6 +1,8 @@
-// The color reduction's GDI palette path: the caller's HPALETTE is read entry by entry (all of them, or the
-// first uColors), maps an image of its own colors onto itself, and a handle that is no palette or a count
-// past its end is refused with the bitmap left alone.
+/*
+ * The color reduction's GDI palette path: the caller's HPALETTE is read entry by entry (all of them, or the
+ * first uColors), maps an image of its own colors onto itself, and a handle that is no palette or a count
+ * past its end is refused with the bitmap left alone.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

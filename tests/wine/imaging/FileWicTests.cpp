@@ -1,6 +1,8 @@
-// Image files through Windows Imaging Component: a 16-bit gray TIFF and a 48-bit PNG made byte by byte load
-// with their depth kept and their samples exact, and save back to the same samples; a PNG and a JPEG made by
-// our encoder load back (JPEG within its loss); indexed and gray images keep what their container can hold.
+/*
+ * Image files through Windows Imaging Component: a 16-bit gray TIFF and a 48-bit PNG made byte by byte load
+ * with their depth kept and their samples exact, and save back to the same samples; a PNG and a JPEG made by
+ * our encoder load back (JPEG within its loss); indexed and gray images keep what their container can hold.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

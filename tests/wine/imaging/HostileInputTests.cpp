@@ -1,6 +1,8 @@
-// Hostile input to the exports under Windows: null, unmapped and read-only descriptors (probed through
-// VirtualQuery), damaged, cut-short and foreign files through the Windows decoders. Each gets its code,
-// nothing crashes, and the caller's memory is not written.
+/*
+ * Hostile input to the exports under Windows: null, unmapped and read-only descriptors (probed through
+ * VirtualQuery), damaged, cut-short and foreign files through the Windows decoders. Each gets its code,
+ * nothing crashes, and the caller's memory is not written.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

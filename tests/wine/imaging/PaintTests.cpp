@@ -1,6 +1,8 @@
-// Painting into a 32-bit DIB section: every format reaches the device with its darkest and brightest values,
-// only the clip box is painted, and bad device contexts or rectangles are refused. Also the palette exports.
-// What a pixel turns into on the way (reduction, enlargement, palettes, LUTs) is tested natively.
+/*
+ * Painting into a 32-bit DIB section: every format reaches the device with its darkest and brightest values,
+ * only the clip box is painted, and bad device contexts or rectangles are refused. Also the palette exports.
+ * What a pixel turns into on the way (reduction, enlargement, palettes, LUTs) is tested natively.
+ */
 #include <gtest/gtest.h>
 #include <windows.h>
 

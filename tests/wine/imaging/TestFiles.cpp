@@ -1,5 +1,7 @@
-// Test image writers and file helpers for the kernel's Wine tests. The TIFF and PNG here are assembled byte
-// by byte so that reading them tests the decoder path on files our encoder did not make.
+/*
+ * Test image writers and file helpers for the kernel's Wine tests. The TIFF and PNG here are assembled byte
+ * by byte so that reading them tests the decoder path on files our encoder did not make.
+ */
 #include "TestFiles.h"
 
 #include <windows.h>

@@ -1,6 +1,8 @@
-// Helpers of the kernel's Wine tests: an owning bitmap wrapper, byte-level writers for test images that do
-// not come from our own encoder (an uncompressed 16-bit gray TIFF, a 48-bit PNG in stored deflate blocks),
-// and the output folder.
+/*
+ * Helpers of the kernel's Wine tests: an owning bitmap wrapper, byte-level writers for test images that do
+ * not come from our own encoder (an uncompressed 16-bit gray TIFF, a 48-bit PNG in stored deflate blocks),
+ * and the output folder.
+ */
 #pragma once
 
 #include <cstdint>

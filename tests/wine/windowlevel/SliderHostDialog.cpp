@@ -1,4 +1,6 @@
-// The recording host of the slider tests.
+/*
+ * The recording host of the slider tests.
+ */
 #include "SliderHostDialog.h"
 
 bool SliderHostDialog::Open() {

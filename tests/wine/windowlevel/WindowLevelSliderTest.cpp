@@ -1,7 +1,9 @@
-// The window-level slider driven with real mouse and key messages in a host dialog: drags with and without
-// the neighbour rule, stacked markers, Ctrl-drags and their refusal, the pointer beyond the track, the
-// notifications each of these sends, value entry through the real "Enter a number" dialog, the keyboard, and
-// the interval band as painted.
+/*
+ * The window-level slider driven with real mouse and key messages in a host dialog: drags with and without
+ * the neighbour rule, stacked markers, Ctrl-drags and their refusal, the pointer beyond the track, the
+ * notifications each of these sends, value entry through the real "Enter a number" dialog, the keyboard, and
+ * the interval band as painted.
+ */
 #include <windows.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,6 @@
-// Reading and writing palette files (see PaletteFile.h).
+/*
+ * Reading and writing palette files (see PaletteFile.h).
+ */
 #include "PaletteFile.h"
 
 #include <cctype>

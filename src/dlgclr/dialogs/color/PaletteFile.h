@@ -1,12 +1,14 @@
-// The palette file (".qvp") as bytes, without a window: the 17-byte ASCII tag "QUORVELIX Palette", a signed
-// 32-bit little-endian entry count and 4 bytes per entry (red, green, blue and the entry's flag byte, kept as
-// it is). The palette editor and the colour-resolution dialog read files through DecodePaletteFile and write
-// them through EncodePaletteFile; opening the file and the message boxes are theirs.
-//
-// Reading is forgiving in the way the editor always was: a count above 256 takes the first 256 entries, a
-// count of 0 or below gives an empty palette, and a file cut short inside the entries still loads, each
-// missing byte repeating the byte of the entry before (zero for the first entry). Only a wrong tag refuses
-// the file. Every case has its own status so a dialog can tell them apart, and no case reads past `size`.
+/*
+ * The palette file (".qvp") as bytes, without a window: the 17-byte ASCII tag "QUORVELIX Palette", a signed
+ * 32-bit little-endian entry count and 4 bytes per entry (red, green, blue and the entry's flag byte, kept as
+ * it is). The palette editor and the colour-resolution dialog read files through DecodePaletteFile and write
+ * them through EncodePaletteFile; opening the file and the message boxes are theirs.
+ *
+ * Reading is forgiving in the way the editor always was: a count above 256 takes the first 256 entries, a
+ * count of 0 or below gives an empty palette, and a file cut short inside the entries still loads, each
+ * missing byte repeating the byte of the entry before (zero for the first entry). Only a wrong tag refuses
+ * the file. Every case has its own status so a dialog can tell them apart, and no case reads past `size`.
+ */
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,8 @@
-// A bounds-checked little-endian reader over a file's bytes, for the dialogs' own file formats. It never
-// reads past the end: a read that does not fit takes only the bytes that are there, moves to the end and
-// reports how many it took, so a format can say exactly what a file cut short yields.
+/*
+ * A bounds-checked little-endian reader over a file's bytes, for the dialogs' own file formats. It never
+ * reads past the end: a read that does not fit takes only the bytes that are there, moves to the end and
+ * reports how many it took, so a format can say exactly what a file cut short yields.
+ */
 #pragma once
 
 #include <cstddef>

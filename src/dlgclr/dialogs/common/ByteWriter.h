@@ -1,5 +1,7 @@
-// The writing side of ByteReader: appends raw bytes and little-endian 32-bit values to a growing buffer, so
-// a file's bytes are the same on every host whatever its own byte order.
+/*
+ * The writing side of ByteReader: appends raw bytes and little-endian 32-bit values to a growing buffer, so
+ * a file's bytes are the same on every host whatever its own byte order.
+ */
 #pragma once
 
 #include <cstddef>

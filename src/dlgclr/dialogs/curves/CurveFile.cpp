@@ -1,4 +1,6 @@
-// Reading and writing the curve files (see CurveFile.h).
+/*
+ * Reading and writing the curve files (see CurveFile.h).
+ */
 #include "CurveFile.h"
 
 #include <cstring>

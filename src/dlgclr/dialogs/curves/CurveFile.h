@@ -1,12 +1,14 @@
-// The curve files of the two curve dialogs as bytes, without a window. Both share one layout, little-endian
-// and without padding: an ASCII tag without terminator ("QUORVELIX Remap Intensity Curve" for ".qri",
-// "QUORVELIX Remap Hue Curve" for ".qrh"), the u32 table length of the dialog that wrote it (256, 4096 or
-// 65536), then one record per channel (four for intensity: all, red, green, blue; three for hue: hue,
-// saturation, value), each a u32 mode, an i32 factor, a u32 point count and the points as i32 x, i32 y.
-//
-// A file is read whole or not at all: the first record that fails its checks stops the reading, and the
-// dialog resets every curve (it may already have shown the earlier ones). Only a wrong tag leaves the
-// dialog as it was. A record written for another table length is rescaled to the dialog's (CurveRecord.h).
+/*
+ * The curve files of the two curve dialogs as bytes, without a window. Both share one layout, little-endian
+ * and without padding: an ASCII tag without terminator ("QUORVELIX Remap Intensity Curve" for ".qri",
+ * "QUORVELIX Remap Hue Curve" for ".qrh"), the u32 table length of the dialog that wrote it (256, 4096 or
+ * 65536), then one record per channel (four for intensity: all, red, green, blue; three for hue: hue,
+ * saturation, value), each a u32 mode, an i32 factor, a u32 point count and the points as i32 x, i32 y.
+ *
+ * A file is read whole or not at all: the first record that fails its checks stops the reading, and the
+ * dialog resets every curve (it may already have shown the earlier ones). Only a wrong tag leaves the
+ * dialog as it was. A record written for another table length is rescaled to the dialog's (CurveRecord.h).
+ */
 #pragma once
 
 #include <array>

@@ -1,4 +1,6 @@
-// The curve record rules (see CurveRecord.h).
+/*
+ * The curve record rules (see CurveRecord.h).
+ */
 #include "CurveRecord.h"
 
 #include "qv/qvkrn.h"

@@ -1,6 +1,8 @@
-// A channel's curve as both curve dialogs keep it, and the rules on it that need no window: which records
-// are valid for a table length, how a record moves between table lengths, and which table length a bitmap
-// gets. The dialogs hand a record to the curve editor through ModeData().
+/*
+ * A channel's curve as both curve dialogs keep it, and the rules on it that need no window: which records
+ * are valid for a table length, how a record moves between table lengths, and which table length a bitmap
+ * gets. The dialogs hand a record to the curve editor through ModeData().
+ */
 #pragma once
 
 #include <array>

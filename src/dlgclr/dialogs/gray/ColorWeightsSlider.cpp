@@ -1,4 +1,6 @@
-// The colour-weight slider of the gray conversion dialogs (see ColorWeightsSlider.h).
+/*
+ * The colour-weight slider of the gray conversion dialogs (see ColorWeightsSlider.h).
+ */
 #include "ColorWeightsSlider.h"
 
 #include <string>

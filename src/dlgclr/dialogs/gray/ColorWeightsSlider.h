@@ -1,6 +1,8 @@
-// The colour-weight slider the gray scale and colored gray dialogs share: two markers over 0..1000, red up to
-// the first, green between them, blue the rest, each interval painted in its colour, and three labels that
-// show the weights. The weights are the dialog's; the slider only shows and edits them.
+/*
+ * The colour-weight slider the gray scale and colored gray dialogs share: two markers over 0..1000, red up to
+ * the first, green between them, blue the rest, each interval painted in its colour, and three labels that
+ * show the weights. The weights are the dialog's; the slider only shows and edits them.
+ */
 #pragma once
 
 #include "GrayRules.h"

@@ -1,4 +1,6 @@
-// The value rules of the gray conversion and colour balance dialogs (see GrayRules.h).
+/*
+ * The value rules of the gray conversion and colour balance dialogs (see GrayRules.h).
+ */
 #include "GrayRules.h"
 
 #include <climits>

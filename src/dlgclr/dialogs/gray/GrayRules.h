@@ -1,7 +1,9 @@
-// The value rules of the gray scale, colored gray and balance colors dialogs, kept apart from the windows so
-// they are tested natively: how the caller's weights are taken in, how two slider markers become three
-// weights that add up to 1000, the dialogs' own rounding of a marker, and the balance weights' percentages
-// against the structure's fractions.
+/*
+ * The value rules of the gray scale, colored gray and balance colors dialogs, kept apart from the windows so
+ * they are tested natively: how the caller's weights are taken in, how two slider markers become three
+ * weights that add up to 1000, the dialogs' own rounding of a marker, and the balance weights' percentages
+ * against the structure's fractions.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// The balance colors dialog (see QVBalanceColorsDlg.h). The controls of the three channels are numbered alike:
-// a channel's group box, its three labels and its three combos follow one another, seven ids a channel.
+/*
+ * The balance colors dialog (see QVBalanceColorsDlg.h). The controls of the three channels are numbered alike:
+ * a channel's group box, its three labels and its three combos follow one another, seven ids a channel.
+ */
 #include "QVBalanceColorsDlg.h"
 
 #include "DataExchange.h"

@@ -1,7 +1,9 @@
-// CQVBalanceColorsDlg: rebuilds each colour channel as a weighted mix of the source's red, green and blue.
-// Nine weights, three for each new channel, each a percentage 0..100 edited in its own value combo; the
-// structure holds them as fractions. The weights are independent: nothing makes a channel's three add up
-// to 100, so a user may brighten or darken a channel as well as mix it.
+/*
+ * CQVBalanceColorsDlg: rebuilds each colour channel as a weighted mix of the source's red, green and blue.
+ * Nine weights, three for each new channel, each a percentage 0..100 edited in its own value combo; the
+ * structure holds them as fractions. The weights are independent: nothing makes a channel's three add up
+ * to 100, so a user may brighten or darken a channel as well as mix it.
+ */
 #pragma once
 
 #include <array>

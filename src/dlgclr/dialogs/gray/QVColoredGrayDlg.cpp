@@ -1,5 +1,7 @@
-// The colored gray dialog (see QVColoredGrayDlg.h). The three gray-weight rows are numbered alike: slider and
-// edit of a channel follow one another, two ids a channel.
+/*
+ * The colored gray dialog (see QVColoredGrayDlg.h). The three gray-weight rows are numbered alike: slider and
+ * edit of a channel follow one another, two ids a channel.
+ */
 #include "QVColoredGrayDlg.h"
 
 #include "DataExchange.h"

@@ -1,8 +1,10 @@
-// CQVColoredGrayDlg: converts a colour image to a tinted gray one. A gray level is formed from red, green and
-// blue colour weights that add up to 1000 (set on a two-marker slider as in the gray scale dialog); three gray
-// weights from -1000 to 1000 say how much of that gray goes back into the red, green and blue channels, each
-// set on its own slider or typed into its edit box. The weight is the source of truth; slider and edit
-// mirror it, and the sync flags keep a write made from code from feeding back.
+/*
+ * CQVColoredGrayDlg: converts a colour image to a tinted gray one. A gray level is formed from red, green and
+ * blue colour weights that add up to 1000 (set on a two-marker slider as in the gray scale dialog); three gray
+ * weights from -1000 to 1000 say how much of that gray goes back into the red, green and blue channels, each
+ * set on its own slider or typed into its edit box. The weight is the source of truth; slider and edit
+ * mirror it, and the sync flags keep a write made from code from feeding back.
+ */
 #pragma once
 
 #include <array>

@@ -1,4 +1,6 @@
-// The shared part of the gray conversion and colour balance dialogs (see QVGrayFamilyDlg.h).
+/*
+ * The shared part of the gray conversion and colour balance dialogs (see QVGrayFamilyDlg.h).
+ */
 #include "QVGrayFamilyDlg.h"
 
 #include "PreviewFlags.h"

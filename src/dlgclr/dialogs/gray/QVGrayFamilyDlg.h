@@ -1,9 +1,11 @@
-// CQVGrayFamilyDlg: what the gray scale, colored gray and balance colors dialogs share on top of the
-// before/after base: the caption and the shared button and pane texts from the dialog kernel, the flag word
-// turned into the preview layout, and OK running the effect on the caller's bitmap under QVDLG_AUTO_PROCESS.
-// Each dialog supplies its own controls, its copy operations and the effect, once for the preview copy
-// (PrepareEffectBitmap) and once for the caller's bitmap (ApplyToCallersBitmap), with the same values, so
-// the after pane shows what OK produces.
+/*
+ * CQVGrayFamilyDlg: what the gray scale, colored gray and balance colors dialogs share on top of the
+ * before/after base: the caption and the shared button and pane texts from the dialog kernel, the flag word
+ * turned into the preview layout, and OK running the effect on the caller's bitmap under QVDLG_AUTO_PROCESS.
+ * Each dialog supplies its own controls, its copy operations and the effect, once for the preview copy
+ * (PrepareEffectBitmap) and once for the caller's bitmap (ApplyToCallersBitmap), with the same values, so
+ * the after pane shows what OK produces.
+ */
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,6 @@
-// The gray scale dialog (see QVGrayScaleDlg.h).
+/*
+ * The gray scale dialog (see QVGrayScaleDlg.h).
+ */
 #include "QVGrayScaleDlg.h"
 
 #include "DataExchange.h"

@@ -1,6 +1,8 @@
-// CQVGrayScaleDlg: turns a colour image into a gray one with red, green and blue weights that always add up
-// to 1000. One slider with two markers sets them: the first marker is the red weight, the gap between the two
-// the green weight, the rest up to 1000 the blue weight; three labels show the numbers.
+/*
+ * CQVGrayScaleDlg: turns a colour image into a gray one with red, green and blue weights that always add up
+ * to 1000. One slider with two markers sets them: the first marker is the red weight, the gap between the two
+ * the green weight, the rest up to 1000 the blue weight; three labels show the numbers.
+ */
 #pragma once
 
 #include "ColorWeightsSlider.h"

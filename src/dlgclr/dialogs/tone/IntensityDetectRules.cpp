@@ -1,4 +1,6 @@
-// The value rules of the intensity detect dialog (see IntensityDetectRules.h).
+/*
+ * The value rules of the intensity detect dialog (see IntensityDetectRules.h).
+ */
 #include "IntensityDetectRules.h"
 
 #include "qv/qvkrn.h"

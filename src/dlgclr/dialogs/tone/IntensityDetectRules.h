@@ -1,7 +1,9 @@
-// The value rules of the intensity detect dialog, kept apart from its windows so they are tested natively: the
-// range both bounds share (widened by deep gray images), how a caller's bounds and channel bits come in, how the
-// channel mode and the three channel boxes make the channel bits, and what the preview panes and the colour
-// buttons are given for a bitmap.
+/*
+ * The value rules of the intensity detect dialog, kept apart from its windows so they are tested natively: the
+ * range both bounds share (widened by deep gray images), how a caller's bounds and channel bits come in, how the
+ * channel mode and the three channel boxes make the channel bits, and what the preview panes and the colour
+ * buttons are given for a bitmap.
+ */
 #pragma once
 
 #include <cstdint>

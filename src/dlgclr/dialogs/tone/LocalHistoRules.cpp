@@ -1,4 +1,6 @@
-// The value rules of the local histogram equalization dialog (see LocalHistoRules.h).
+/*
+ * The value rules of the local histogram equalization dialog (see LocalHistoRules.h).
+ */
 #include "LocalHistoRules.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
-// The value rules of the local histogram equalization dialog, kept apart from its windows so they are tested
-// natively: the largest window the bitmap (or its region) allows, the defaults derived from it, how a caller's
-// values come in, the smoothing range, and how raising the smoothing drags the window size along (a window
-// must stay taller and wider than the smoothing span).
+/*
+ * The value rules of the local histogram equalization dialog, kept apart from its windows so they are tested
+ * natively: the largest window the bitmap (or its region) allows, the defaults derived from it, how a caller's
+ * values come in, the smoothing range, and how raising the smoothing drags the window size along (a window
+ * must stay taller and wider than the smoothing span).
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,9 @@
-// The layout plan of a before/after dialog from its flags (see PreviewFlagPlan.h). Deletions go by index from
-// the highest down so the lower indices stay valid; index 2 may be named twice (once because neither button 3
-// nor 4 stays, once because the zoom pair goes), and the second deletion then finds nothing there, which is
-// why RemainingButtons ignores an index beyond the current count.
+/*
+ * The layout plan of a before/after dialog from its flags (see PreviewFlagPlan.h). Deletions go by index from
+ * the highest down so the lower indices stay valid; index 2 may be named twice (once because neither button 3
+ * nor 4 stays, once because the zoom pair goes), and the second deletion then finds nothing there, which is
+ * why RemainingButtons ignores an index beyond the current count.
+ */
 #include "PreviewFlagPlan.h"
 
 #include "qv/qvdlgclr.h"

@@ -1,7 +1,9 @@
-// How a before/after dialog turns its flag word into its visible layout: which preview toolbar buttons go,
-// whether the toolbar stays, whether the zoom keys work and whether live processing runs. Every before/after
-// dialog uses this with the positions of its own three toolbar bits (most use 0x10, 0x20 and 0x40; the gamma
-// and color resolution dialogs keep them higher). Portable, so the deletion order is tested natively.
+/*
+ * How a before/after dialog turns its flag word into its visible layout: which preview toolbar buttons go,
+ * whether the toolbar stays, whether the zoom keys work and whether live processing runs. Every before/after
+ * dialog uses this with the positions of its own three toolbar bits (most use 0x10, 0x20 and 0x40; the gamma
+ * and color resolution dialogs keep them higher). Portable, so the deletion order is tested natively.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
-// The flag word turned into the preview layout (see PreviewFlags.h); the decisions are PlanPreviewFlags', this
-// file only carries them out on the windows.
+/*
+ * The flag word turned into the preview layout (see PreviewFlags.h); the decisions are PlanPreviewFlags', this
+ * file only carries them out on the windows.
+ */
 #include "PreviewFlags.h"
 
 #include <commctrl.h>

@@ -1,4 +1,6 @@
-// The intensity detect dialog (see QVIntensityDetectDlg.h).
+/*
+ * The intensity detect dialog (see QVIntensityDetectDlg.h).
+ */
 #include "QVIntensityDetectDlg.h"
 
 #include <commctrl.h>

@@ -1,7 +1,9 @@
-// CQVIntensityDetectDlg: the intensity detect dialog. A low and a high bound (each a slider mirrored by a numeric
-// edit box, as in the single-value dialogs), a channel mode (the whole pixel's intensity, or chosen colour
-// channels) and the "In" and "Out" colours a per-channel run paints with. The preview shows the effect live; at
-// OK under QVDLG_AUTO_PROCESS the same effect runs on the caller's bitmap.
+/*
+ * CQVIntensityDetectDlg: the intensity detect dialog. A low and a high bound (each a slider mirrored by a numeric
+ * edit box, as in the single-value dialogs), a channel mode (the whole pixel's intensity, or chosen colour
+ * channels) and the "In" and "Out" colours a per-channel run paints with. The preview shows the effect live; at
+ * OK under QVDLG_AUTO_PROCESS the same effect runs on the caller's bitmap.
+ */
 #pragma once
 
 #include <windows.h>

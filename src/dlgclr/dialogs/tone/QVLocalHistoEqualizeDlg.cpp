@@ -1,4 +1,6 @@
-// The local histogram equalization dialog (see QVLocalHistoEqualizeDlg.h).
+/*
+ * The local histogram equalization dialog (see QVLocalHistoEqualizeDlg.h).
+ */
 #include "QVLocalHistoEqualizeDlg.h"
 
 #include <algorithm>

@@ -1,8 +1,10 @@
-// CQVLocalHistoEqualizeDlg: the local histogram equalization dialog. The neighbourhood window's width and
-// height, its X and Y extension and the smoothing across tile seams, each in a value combo, and the colour
-// space in a list; the limits come from the caller's bitmap or its region. The effect depends on each pixel's
-// neighbourhood, so the preview runs it at full resolution over what the view covers; with the Apply button
-// (the export shows it for QVDLG_SHOW_APPLY) it runs only when the user asks.
+/*
+ * CQVLocalHistoEqualizeDlg: the local histogram equalization dialog. The neighbourhood window's width and
+ * height, its X and Y extension and the smoothing across tile seams, each in a value combo, and the colour
+ * space in a list; the limits come from the caller's bitmap or its region. The effect depends on each pixel's
+ * neighbourhood, so the preview runs it at full resolution over what the view covers; with the Apply button
+ * (the export shows it for QVDLG_SHOW_APPLY) it runs only when the user asks.
+ */
 #pragma once
 
 #include <windows.h>

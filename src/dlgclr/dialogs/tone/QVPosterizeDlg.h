@@ -1,5 +1,7 @@
-// CQVPosterizeDlg: the posterize (2 to 64 levels) dialog. Its behaviour is the single-value family's; this class only picks its
-// row of the member table, so the dialog exists under its own name for the export and for the host's help.
+/*
+ * CQVPosterizeDlg: the posterize (2 to 64 levels) dialog. Its behaviour is the single-value family's; this class only
+ * picks its row of the member table, so the dialog exists under its own name for the export and for the host's help.
+ */
 #pragma once
 
 #include "QVToneDlg.h"

@@ -1,4 +1,6 @@
-// The shared implementation of the single-value dialogs (see QVToneDlg.h).
+/*
+ * The shared implementation of the single-value dialogs (see QVToneDlg.h).
+ */
 #include "QVToneDlg.h"
 
 #include <commctrl.h>

@@ -1,10 +1,12 @@
-// CQVToneDlg: the one implementation behind the seven single-value dialogs. Each tunes one integer with a
-// slider and a numeric edit box and previews its effect; everything that differs between them (range,
-// default, replacement of out-of-range input, edit limits, strings, control ids, the effect) is a row of the
-// member table, so the seven named classes only pick their row.
-//
-// The value is the single source of truth; the slider and the edit box mirror it. While the edit-sync flag
-// is clear, change notifications of the box are ignored, so writing the box from code does not feed back.
+/*
+ * CQVToneDlg: the one implementation behind the seven single-value dialogs. Each tunes one integer with a
+ * slider and a numeric edit box and previews its effect; everything that differs between them (range,
+ * default, replacement of out-of-range input, edit limits, strings, control ids, the effect) is a row of the
+ * member table, so the seven named classes only pick their row.
+ *
+ * The value is the single source of truth; the slider and the edit box mirror it. While the edit-sync flag
+ * is clear, change notifications of the box are ignored, so writing the box from code does not feed back.
+ */
 #pragma once
 
 #include <windows.h>

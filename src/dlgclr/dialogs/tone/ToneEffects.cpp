@@ -1,5 +1,7 @@
-// The effects of the single-value dialogs (see ToneEffects.h). Posterize and solarize take unsigned values;
-// their ranges never go below zero, so the conversion is exact.
+/*
+ * The effects of the single-value dialogs (see ToneEffects.h). Posterize and solarize take unsigned values;
+ * their ranges never go below zero, so the conversion is exact.
+ */
 #include "ToneEffects.h"
 
 #include "qv/qverror.h"

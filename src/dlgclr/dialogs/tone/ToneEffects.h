@@ -1,6 +1,8 @@
-// The effect of each single-value dialog, once on a preview copy through CQVBitmap and once on the caller's
-// bitmap in place through the kernel's operation, with the same value, so that the preview shows what OK
-// produces.
+/*
+ * The effect of each single-value dialog, once on a preview copy through CQVBitmap and once on the caller's
+ * bitmap in place through the kernel's operation, with the same value, so that the preview shows what OK
+ * produces.
+ */
 #pragma once
 
 #include "QVBitmap.h"

@@ -1,6 +1,8 @@
-// The table of the seven single-value dialogs. Out-of-range caller values become the range minimum, not the
-// nearer end (a brightness of 5000 comes in as -1000); solarize's range here is the one it starts with, which
-// the bitmap may widen when the dialog opens.
+/*
+ * The table of the seven single-value dialogs. Out-of-range caller values become the range minimum, not the
+ * nearer end (a brightness of 5000 comes in as -1000); solarize's range here is the one it starts with, which
+ * the bitmap may widen when the dialog opens.
+ */
 #include "ToneMember.h"
 
 #include "resource.h"

@@ -1,7 +1,9 @@
-// The seven single-value dialogs (brightness, contrast, hue, saturation, histogram contrast, posterize and
-// solarize) differ only in numbers, strings and the effect they run; this table holds those differences so
-// that one implementation serves all seven. Portable: it is read by the dialogs on Windows and by the
-// native tests of the value rules.
+/*
+ * The seven single-value dialogs (brightness, contrast, hue, saturation, histogram contrast, posterize and
+ * solarize) differ only in numbers, strings and the effect they run; this table holds those differences so
+ * that one implementation serves all seven. Portable: it is read by the dialogs on Windows and by the
+ * native tests of the value rules.
+ */
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,6 @@
-// The value rules of the single-value dialogs (see ToneRules.h).
+/*
+ * The value rules of the single-value dialogs (see ToneRules.h).
+ */
 #include "ToneRules.h"
 
 #include <cmath>

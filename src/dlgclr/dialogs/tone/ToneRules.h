@@ -1,6 +1,8 @@
-// The value rules of the single-value dialogs, kept apart from the windows so they are tested natively: how a
-// caller's value is taken in, how the solarize range follows the bitmap, and what typing into the edit box
-// and committing it do to the value. The dialog holds one value; slider and edit box only mirror it.
+/*
+ * The value rules of the single-value dialogs, kept apart from the windows so they are tested natively: how a
+ * caller's value is taken in, how the solarize range follows the bitmap, and what typing into the edit box
+ * and committing it do to the value. The dialog holds one value; slider and edit box only mirror it.
+ */
 #pragma once
 
 #include <cstdint>

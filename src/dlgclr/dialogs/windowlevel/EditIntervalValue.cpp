@@ -1,4 +1,6 @@
-// The edit-interval dialog's clamp (see EditIntervalValue.h).
+/*
+ * The edit-interval dialog's clamp (see EditIntervalValue.h).
+ */
 #include "EditIntervalValue.h"
 
 namespace qvwl {

@@ -1,5 +1,7 @@
-// The window-level slider's portable rules (see SliderRules.h). Everything here works on plain numbers: the
-// control feeds in its markers' values and pixels and acts on what comes back.
+/*
+ * The window-level slider's portable rules (see SliderRules.h). Everything here works on plain numbers: the
+ * control feeds in its markers' values and pixels and acts on what comes back.
+ */
 #include "WindowLevelSliderRules.h"
 
 #include <algorithm>

@@ -1,8 +1,10 @@
-// The window-level slider's geometry and marker rules, kept apart from the window so they are tested natively:
-// how a value maps to a pixel of the track and back (with the slider's rounding), which markers bound a drag,
-// how a drag is stopped by or handed over between neighbours, when a drag of all markers is refused, which
-// interval a value falls in, and where the labelled ticks go. Marker values are passed as the slider keeps
-// them: ascending, equal values allowed.
+/*
+ * The window-level slider's geometry and marker rules, kept apart from the window so they are tested natively:
+ * how a value maps to a pixel of the track and back (with the slider's rounding), which markers bound a drag,
+ * how a drag is stopped by or handed over between neighbours, when a drag of all markers is refused, which
+ * interval a value falls in, and where the labelled ticks go. Marker values are passed as the slider keeps
+ * them: ascending, equal values allowed.
+ */
 #pragma once
 
 #include <cstddef>

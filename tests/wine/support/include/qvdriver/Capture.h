@@ -2,8 +2,7 @@
  * Reads a window's pixels: the whole window with its frame (a dialog as the
  * user sees it, or one control), or only its client area.
  */
-#ifndef QVDRIVER_CAPTURE_H
-#define QVDRIVER_CAPTURE_H
+#pragma once
 
 #include <windows.h>
 
@@ -17,5 +16,3 @@ enum class CaptureArea { WholeWindow, Client };
 Image CaptureWindow(HWND hwnd, CaptureArea area = CaptureArea::WholeWindow);
 
 }  // namespace qv::test
-
-#endif

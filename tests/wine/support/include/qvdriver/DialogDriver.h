@@ -34,8 +34,7 @@
  *   RunResult r = DialogDriver().Run([&] { return Q_DlgSomething(hwnd, &params); }, script);
  *   EXPECT_TRUE(r.Ok()) << r.Report();
  */
-#ifndef QVDRIVER_DIALOGDRIVER_H
-#define QVDRIVER_DIALOGDRIVER_H
+#pragma once
 
 #include <windows.h>
 
@@ -97,5 +96,3 @@ class DialogDriver {
 };
 
 }  // namespace qv::test
-
-#endif

@@ -7,8 +7,7 @@
  * missing or unsuitable control; read-backs answer std::nullopt for a
  * control that does not exist.
  */
-#ifndef QVDRIVER_DIALOGVIEW_H
-#define QVDRIVER_DIALOGVIEW_H
+#pragma once
 
 #include <windows.h>
 
@@ -74,5 +73,3 @@ class DialogView {
 };
 
 }  // namespace qv::test
-
-#endif

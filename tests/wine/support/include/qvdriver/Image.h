@@ -3,8 +3,7 @@
  * Tests compare colours at points and ask whether anything was drawn at all,
  * so the image carries only those queries.
  */
-#ifndef QVDRIVER_IMAGE_H
-#define QVDRIVER_IMAGE_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -36,5 +35,3 @@ struct Image {
 };
 
 }  // namespace qv::test
-
-#endif

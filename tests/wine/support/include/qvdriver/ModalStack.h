@@ -4,8 +4,7 @@
  * nesting order: the first living entry is the outermost dialog, the last is
  * the innermost modal. The watchdog ends them innermost first.
  */
-#ifndef QVDRIVER_MODALSTACK_H
-#define QVDRIVER_MODALSTACK_H
+#pragma once
 
 #include <windows.h>
 
@@ -38,5 +37,3 @@ class ModalStack {
 };
 
 }  // namespace qv::test
-
-#endif

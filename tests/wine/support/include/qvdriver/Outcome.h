@@ -4,8 +4,7 @@
  * test framework, so tests turn these into their own assertions and the demo
  * tour prints them.
  */
-#ifndef QVDRIVER_OUTCOME_H
-#define QVDRIVER_OUTCOME_H
+#pragma once
 
 #include <string>
 #include <utility>
@@ -28,5 +27,3 @@ class Outcome {
 };
 
 }  // namespace qv::test
-
-#endif

@@ -2,8 +2,7 @@
  * Writes captured pixels to a PNG file through the Windows Imaging Component,
  * creating the folders on the way.
  */
-#ifndef QVDRIVER_PNGFILE_H
-#define QVDRIVER_PNGFILE_H
+#pragma once
 
 #include <string>
 
@@ -15,5 +14,3 @@ namespace qv::test {
 Outcome SavePng(const Image& image, const std::wstring& path);
 
 }  // namespace qv::test
-
-#endif

@@ -3,8 +3,7 @@
  * got, the failures (each naming its step) and a trace of every step. Tests
  * assert on Ok() and print Report(); the demo tour prints the same report.
  */
-#ifndef QVDRIVER_RUNRESULT_H
-#define QVDRIVER_RUNRESULT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -26,5 +25,3 @@ struct RunResult {
 };
 
 }  // namespace qv::test
-
-#endif

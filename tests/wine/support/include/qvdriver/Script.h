@@ -5,8 +5,7 @@
  * through the context; a check whose condition is not met yet asks to be
  * retried, and is run again on the next tick until the step's wait ends.
  */
-#ifndef QVDRIVER_SCRIPT_H
-#define QVDRIVER_SCRIPT_H
+#pragma once
 
 #include <windows.h>
 
@@ -73,5 +72,3 @@ class Script {
 };
 
 }  // namespace qv::test
-
-#endif

@@ -3,8 +3,7 @@
  * the folder of the running executable, so screenshots of build/win/bin's
  * programs land in build/win/test-output.
  */
-#ifndef QVDRIVER_TESTOUTPUT_H
-#define QVDRIVER_TESTOUTPUT_H
+#pragma once
 
 #include <windows.h>
 
@@ -23,5 +22,3 @@ std::wstring TestOutputFile(const std::string& testName, const std::wstring& fil
 Outcome SaveTestScreenshot(HWND window, const std::string& testName, const std::wstring& fileName);
 
 }  // namespace qv::test
-
-#endif

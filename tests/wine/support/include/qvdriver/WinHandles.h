@@ -4,8 +4,7 @@
  * interface pointer. Each releases exactly once, so a failing step or an early
  * return never leaks a hook that would outlive the test.
  */
-#ifndef QVDRIVER_WINHANDLES_H
-#define QVDRIVER_WINHANDLES_H
+#pragma once
 
 #include <windows.h>
 #include <objbase.h>
@@ -142,5 +141,3 @@ class ComPtr {
 };
 
 }  // namespace qv::test
-
-#endif

@@ -2,8 +2,7 @@
  * Window captions and class names as text, for the driver's failure messages
  * and control checks.
  */
-#ifndef QVDRIVER_WINDOWTEXT_H
-#define QVDRIVER_WINDOWTEXT_H
+#pragma once
 
 #include <windows.h>
 
@@ -18,5 +17,3 @@ std::wstring WindowClass(HWND hwnd);
 std::string Narrow(const std::wstring& text);
 
 }  // namespace qv::test
-
-#endif
