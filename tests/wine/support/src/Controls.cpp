@@ -197,4 +197,75 @@ std::optional<Image> DialogView::Pixels(int id) const {
   return CaptureWindow(ctl);
 }
 
+Outcome DialogView::SelectComboIndex(int id, int index) const {
+  HWND ctl = Control(id);
+  if (!ctl) return Missing(id);
+  if (SendMessageW(ctl, CB_SETCURSEL, index, 0) == CB_ERR)
+    return Outcome::Fail("combo " + std::to_string(id) + " has no item " + std::to_string(index));
+  SendMessageW(GetParent(ctl), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(ctl), CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(ctl));
+  return Outcome::Ok();
+}
+
+Outcome DialogView::SelectComboText(int id, const std::wstring& text) const {
+  HWND ctl = Control(id);
+  if (!ctl) return Missing(id);
+  auto index = SendMessageW(ctl, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text.c_str()));
+  if (index == CB_ERR) return Outcome::Fail("combo " + std::to_string(id) + " has no item '" + Narrow(text) + "'");
+  return SelectComboIndex(id, static_cast<int>(index));
+}
+
+Outcome DialogView::SetCheck(int id, bool checked) const {
+  // A three-state box may need up to two clicks to get from indeterminate to
+  // the wanted state; a box that never gets there is reported.
+  for (int clicks = 0; clicks < 3; ++clicks) {
+    auto state = CheckState(id);
+    if (!state) return Missing(id);
+    if ((*state == BST_CHECKED) == checked && *state != BST_INDETERMINATE) return Outcome::Ok();
+    Outcome clicked = Click(id);
+    if (!clicked) return clicked;
+  }
+  return Outcome::Fail("check box " + std::to_string(id) + " does not reach the " +
+                       (checked ? "checked" : "unchecked") + " state by clicks");
+}
+
+Outcome DialogView::PressKey(int id, UINT virtualKey) const {
+  HWND ctl = Control(id);
+  if (!ctl) return Missing(id);
+  SetFocus(ctl);
+  UINT scan = MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC);
+  LPARAM down = 1 | (static_cast<LPARAM>(scan) << 16);
+  LPARAM up = down | (1LL << 30) | (1LL << 31);
+  SendMessageW(ctl, WM_KEYDOWN, virtualKey, down);
+  BYTE keys[256] = {};
+  WCHAR chars[4] = {};
+  if (ToUnicode(virtualKey, scan, keys, chars, 4, 0) == 1) SendMessageW(ctl, WM_CHAR, chars[0], down);
+  SendMessageW(ctl, WM_KEYUP, virtualKey, up);
+  return Outcome::Ok();
+}
+
+std::optional<int> DialogView::CheckState(int id) const {
+  HWND ctl = Control(id);
+  if (!ctl) return std::nullopt;
+  return static_cast<int>(SendMessageW(ctl, BM_GETCHECK, 0, 0));
+}
+
+std::optional<bool> DialogView::Enabled(int id) const {
+  HWND ctl = Control(id);
+  if (!ctl) return std::nullopt;
+  return IsWindowEnabled(ctl) != FALSE;
+}
+
+std::optional<int> DialogView::ComboSelection(int id) const {
+  HWND ctl = Control(id);
+  if (!ctl) return std::nullopt;
+  return static_cast<int>(SendMessageW(ctl, CB_GETCURSEL, 0, 0));
+}
+
+std::optional<int> DialogView::ComboCount(int id) const {
+  HWND ctl = Control(id);
+  if (!ctl) return std::nullopt;
+  return static_cast<int>(SendMessageW(ctl, CB_GETCOUNT, 0, 0));
+}
+
 }  // namespace qv::test

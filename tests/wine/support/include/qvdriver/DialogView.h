@@ -36,6 +36,14 @@ class DialogView {
   // BM_CLICK: returns after the click's handler, including any nested modal
   // it runs (later steps act on that modal meanwhile).
   Outcome Click(int id) const;
+  // CB_SETCURSEL then CBN_SELCHANGE to the parent, as a user's pick sends it.
+  Outcome SelectComboIndex(int id, int index) const;
+  Outcome SelectComboText(int id, const std::wstring& text) const;
+  // Clicks a check box until it shows the wanted state.
+  Outcome SetCheck(int id, bool checked) const;
+  // Focuses the control and sends it the key's WM_KEYDOWN, WM_CHAR and WM_KEYUP directly (the effect is
+  // there when the call returns, unlike PostKey).
+  Outcome PressKey(int id, UINT virtualKey) const;
   // Focuses the control and posts WM_KEYDOWN and WM_KEYUP to it, so the key
   // goes through the modal loop as typed input does: the dialog manager turns
   // Enter into the default button, Escape into Cancel, Tab into the next
@@ -61,6 +69,10 @@ class DialogView {
   // --- read-backs of controls
   std::optional<std::wstring> Text(int id) const;
   std::optional<bool> Visible(int id) const;
+  std::optional<bool> Enabled(int id) const;
+  std::optional<int> CheckState(int id) const;  // BST_UNCHECKED, BST_CHECKED, BST_INDETERMINATE
+  std::optional<int> ComboSelection(int id) const;
+  std::optional<int> ComboCount(int id) const;
   std::optional<int> TrackbarPos(int id) const;
   std::optional<std::pair<int, int>> TrackbarRange(int id) const;
   std::optional<int> ToolbarButtonCount(int id) const;
