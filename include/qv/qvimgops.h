@@ -198,7 +198,8 @@ int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigned int uFlag
 
 /*
  * Q_HistoContrastBitmap about a given center: nMedian in 0..max of the
- * format's intensity (0..255 for palette and 5-6-5 images), usually the
+ * format's intensity (0..255 for palette and 5-6-5 images; on signed gray a
+ * signed value, -32768..32767 or -2048..2047), usually the
  * answer of Q_GetBitmapMedianIntensity for another bitmap. This parameter
  * exists so that a reduced or cropped preview copy is processed with the
  * curve of the full image (or its region), exactly as the full image will
@@ -208,8 +209,9 @@ int Q_HistoContrastBitmapExt(BITMAPHANDLE* pBitmap, int nChange, int nMedian, un
 
 /*
  * The lower median intensity Q_HistoContrastBitmap centers on, over the
- * region when one is set, into *pnMedian (left alone on an error). Reads
- * the bitmap only; accepts what Q_HistoContrastBitmap accepts.
+ * region when one is set, into *pnMedian (left alone on an error; a signed
+ * value on signed gray). Reads the bitmap only; accepts what
+ * Q_HistoContrastBitmap accepts.
  */
 int Q_GetBitmapMedianIntensity(const BITMAPHANDLE* pBitmap, int* pnMedian, unsigned int uFlags);
 

@@ -110,11 +110,13 @@ extern "C" int Q_HistoContrastBitmap(BITMAPHANDLE* pBitmap, int nChange, unsigne
 
 extern "C" int Q_HistoContrastBitmapExt(BITMAPHANDLE* pBitmap, int nChange, int nMedian, unsigned int uFlags) {
   using namespace qv::ops;
-  static constexpr FormatSet kFormats = kAllUnsigned;
+  static constexpr FormatSet kFormats = kAllFormats;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
     if (nChange < -1000 || nChange > 1000) return QV_ERROR_INVALID_PARAMETER;
-    if (nMedian < 0 || static_cast<uint32_t>(nMedian) > ChannelMax(f)) return QV_ERROR_INVALID_PARAMETER;
-    return ApplyChannelMap(*pBitmap, f, ContrastCurve(nChange, nMedian));
+    // The curves run on signed samples shifted up by half the range; a signed center is shifted with them.
+    const int64_t center = static_cast<int64_t>(nMedian) + static_cast<int64_t>(SignedOffset(f));
+    if (center < 0 || center > static_cast<int64_t>(ChannelMax(f))) return QV_ERROR_INVALID_PARAMETER;
+    return ApplyChannelMap(*pBitmap, f, ContrastCurve(nChange, center));
   });
 }
 
@@ -129,9 +131,8 @@ extern "C" int Q_GetBitmapMedianIntensity(const BITMAPHANDLE* pBitmap, int* pnMe
     qv::PixelFormat f;
     rc = qv::DescribePixelFormat(*pBitmap, &f);
     if (rc != QV_SUCCESS) return rc;
-    if (!kAllUnsigned.Accepts(f)) return QV_ERROR_UNSUPPORTED_FORMAT;
     const int64_t median = MedianIntensity(*pBitmap, f, &rc);
-    if (rc == QV_SUCCESS) *pnMedian = static_cast<int>(median);
+    if (rc == QV_SUCCESS) *pnMedian = static_cast<int>(median - static_cast<int64_t>(SignedOffset(f)));
     return rc;
   });
 }

@@ -175,6 +175,14 @@ TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
     rows.push_back({"histo contrast " + std::to_string(n),
                     [n](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
                     [=](double v, double lo, double hi, double median) { return contrastAbout(v, lo, hi, median, n); }});
+  // The preview's way: the median asked of the image (a signed value), then the curve about it.
+  rows.push_back({"histo contrast about the reported median",
+                  [](BITMAPHANDLE* b, uint32_t) {
+                    int median = 0;
+                    const int rc = Q_GetBitmapMedianIntensity(b, &median, 0);
+                    return rc == QV_SUCCESS ? Q_HistoContrastBitmapExt(b, 400, median, 0) : rc;
+                  },
+                  [=](double v, double lo, double hi, double median) { return contrastAbout(v, lo, hi, median, 400); }});
   for (unsigned levels : {2u, 3u, 4u, 7u, 64u})
     rows.push_back({"posterize " + std::to_string(levels),
                     [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
