@@ -223,15 +223,4 @@ TEST(BitmapGrayTest, TellsPaletteKindsApart) {
   }
 }
 
-TEST(KernelAllocations, RegistryKnowsLiveBlocksOnly) {
-  uint8_t* p = qv::AllocatePixels(100);
-  ASSERT_NE(p, nullptr);
-  EXPECT_EQ(qv::AllocationSize(p), 100u);
-  EXPECT_EQ(qv::AllocationSize(p + 1), 0u);
-  EXPECT_TRUE(qv::FreePixels(p));
-  EXPECT_EQ(qv::AllocationSize(p), 0u);
-  EXPECT_FALSE(qv::FreePixels(p));
-  EXPECT_EQ(qv::AllocatePixels(0), nullptr);
-}
-
 }  // namespace
