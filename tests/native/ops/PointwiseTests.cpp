@@ -30,13 +30,6 @@ Reference EachChannel(std::function<double(double v, double max, int channel)> f
 
 double Brightness(double v, double max, int n) { return n >= 0 ? v + (max - v) * n / 1000.0 : v * (1000.0 + n) / 1000.0; }
 
-double Contrast(double v, double max, int n) {
-  const double m = std::floor((max + 1) / 2);
-  if (n == 1000) return v >= m ? max : 0;
-  if (n >= 0) return m + (v - m) * 1000.0 / (1000.0 - n);
-  return m + (v - m) * (1000.0 + n) / 1000.0;
-}
-
 double Posterize(double v, double max, int levels) {
   int best = 0;
   for (int k = 1; k < levels; ++k)
@@ -55,7 +48,9 @@ std::vector<Case> Cases() {
   for (int n : {-1000, -500, 0, 500, 999, 1000})
     cases.push_back({"contrast " + std::to_string(n),
                      [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapContrast(b, n, 0); },
-                     EachChannel([n](double v, double max, int) { return Contrast(v, max, n); })});
+                     EachChannel([n](double v, double max, int) {
+                       return ContrastAbout(v, std::floor((max + 1) / 2), 0, max, n);
+                     })});
   for (unsigned levels : {2u, 7u, 64u})
     cases.push_back({"posterize " + std::to_string(levels),
                      [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
@@ -163,18 +158,14 @@ TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
                     [n](double v, double lo, double hi, double) {
                       return n >= 0 ? v + (hi - v) * n / 1000.0 : lo + (v - lo) * (1000.0 + n) / 1000.0;
                     }});
-  auto contrastAbout = [](double v, double lo, double hi, double c, int n) {
-    if (n == 1000) return v >= c ? hi : lo;
-    return c + (v - c) * (n >= 0 ? 1000.0 / (1000.0 - n) : (1000.0 + n) / 1000.0);
-  };
   for (int n : {-1000, -500, 500, 999, 1000})
     rows.push_back({"contrast " + std::to_string(n),
                     [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapContrast(b, n, 0); },
-                    [=](double v, double lo, double hi, double) { return contrastAbout(v, lo, hi, 0, n); }});
+                    [=](double v, double lo, double hi, double) { return ContrastAbout(v, 0, lo, hi, n); }});
   for (int n : {-600, 400, 1000})
     rows.push_back({"histo contrast " + std::to_string(n),
                     [n](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
-                    [=](double v, double lo, double hi, double median) { return contrastAbout(v, lo, hi, median, n); }});
+                    [=](double v, double lo, double hi, double median) { return ContrastAbout(v, median, lo, hi, n); }});
   for (unsigned levels : {2u, 3u, 4u, 7u, 64u})
     rows.push_back({"posterize " + std::to_string(levels),
                     [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
