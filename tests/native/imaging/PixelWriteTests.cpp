@@ -103,7 +103,9 @@ TEST(PixelWrites, FillKeepsToTheRegionAndBadWritesChangeNothing) {
   for (const Bad& c : bad) {
     SCOPED_TRACE(c.what);
     EXPECT_EQ(Q_PutPixelColor(c.p, c.x, c.y, Rgb(255, 255, 255), c.flags), c.expected);
-    if (c.x == 0 && c.y == 0) EXPECT_EQ(Q_FillBitmap(c.p, Rgb(255, 255, 255), c.flags), c.expected);
+    if (c.x == 0 && c.y == 0) {
+      EXPECT_EQ(Q_FillBitmap(c.p, Rgb(255, 255, 255), c.flags), c.expected);
+    }
   }
   EXPECT_EQ(qvtest::PixelBytes(*b), before);
 }
