@@ -156,13 +156,9 @@ TEST_F(LcmsReference, LabToRgbAgreesWithin_0_5_DeltaE) {
   std::printf("worst Lab->RGB difference from lcms2: %.4f dE (%d grid points in gamut)\n", worst, inGamutCount);
 }
 
-// A value shown in a model, converted to RGB and back, must come back within
-// one unit of the model, so that the color picker's numbers do not drift. Hue
-// is compared only where the color has enough chroma for one degree to be
-// representable in 8-bit RGB, and saturation only where the color is not black.
-// The models' own arithmetic over the whole grid; the exports wrap these functions and are checked
-// above and below (every export's argument check is a probe of the caller's memory, far too slow natively
-// for some million calls).
+// A value shown in a model, converted to RGB and back, must come back within one unit, so that the color
+// picker's numbers do not drift; hue only where one degree is representable in 8-bit RGB, saturation only away
+// from black. The models' own functions are used: each export's argument probe is far too slow for the grid.
 TEST(ColorModels, EveryModelRoundTripsThroughRgbWithinOneUnit) {
   auto near = [](int a, int b) { return std::abs(a - b) <= 1; };
   auto nearHue = [](int a, int b) {
