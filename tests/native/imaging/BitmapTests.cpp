@@ -197,7 +197,6 @@ TEST(BitmapGrayTest, TellsPaletteKindsApart) {
   };
   const Case cases[] = {
       {"gray samples", 16, QV_ORDER_GRAY, 0, nullptr, QV_GRAY_ORDERED},
-      {"12-bit gray", 12, QV_ORDER_GRAY, 0, nullptr, QV_GRAY_ORDERED},
       {"color", 24, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"5-6-5", 16, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"dark to light", 8, QV_ORDER_BGR, 256,
