@@ -7,7 +7,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/deps.sh
-bash scripts/build.sh windows Qvkrnx Qvdlgkrnx Qvdlgclrx
+bash scripts/build.sh windows --target Qvkrnx Qvdlgkrnx Qvdlgclrx
 
 build=build/win
 version=$(cat $build/quorvelix-version.txt)

@@ -22,7 +22,6 @@ TEST(IntensityRange, FollowsGrayTestLutFlagAndDepthAndOtherwiseKeepsTheCurrentMa
   const Case cases[] = {
       {0, 0, 24, 4095, 255},               // colour: always 255 below 48 bits, whatever was there
       {0, 0, 48, 255, 65535},
-      {0, 0, 64, 255, 65535},
       {0, 0, 16, 255, 255},                // 5-6-5 colour
       {1, 0, 8, 300, 300},                 // 8-bit gray keeps the current maximum
       {1, 0, 12, 255, 4095},

@@ -5,6 +5,9 @@
  */
 #include <gtest/gtest.h>
 
+#include <tuple>
+#include <utility>
+
 #include "LocalHistoRules.h"
 
 namespace qvdlg {
@@ -29,17 +32,13 @@ TEST(LheLimits, FullSizeWithoutRegionRegionLessOneAndBitmapLessOneForAnEmptyRegi
   };
   for (const Case& c : cases) {
     const LheLimits limits = LheLimitsFor(c.width, c.height, c.hasRegion, c.bounds);
-    EXPECT_EQ(limits.maxWidth, c.maxWidth) << c.width << "x" << c.height << " region " << c.hasRegion;
-    EXPECT_EQ(limits.maxHeight, c.maxHeight) << c.width << "x" << c.height << " region " << c.hasRegion;
+    EXPECT_EQ(std::make_pair(limits.maxWidth, limits.maxHeight), std::make_pair(c.maxWidth, c.maxHeight))
+        << c.width << "x" << c.height << " region " << c.hasRegion;
   }
   const LheValues none = LheDefaults(LheLimits{});
-  EXPECT_EQ(none.width, 1073741823);
-  EXPECT_EQ(none.height, 1073741823);
+  EXPECT_EQ(std::make_pair(none.width, none.height), std::make_pair(1073741823, 1073741823));
   const LheValues odd = LheDefaults({5, 1});
-  EXPECT_EQ(odd.width, 2);
-  EXPECT_EQ(odd.height, 0);
-  EXPECT_EQ(odd.smooth, 4u);
-  EXPECT_EQ(odd.colorSpace, kLheRgb);
+  EXPECT_EQ(std::make_tuple(odd.width, odd.height, odd.smooth, odd.colorSpace), std::make_tuple(2, 0, 4u, kLheRgb));
 }
 
 TEST(LheCallerValues, WidthHeightAndColorSpaceFallBackExtensionsAndSmoothingPassThrough) {
@@ -61,12 +60,9 @@ TEST(LheCallerValues, WidthHeightAndColorSpaceFallBackExtensionsAndSmoothingPass
   };
   for (const Case& c : cases) {
     const LheValues v = TakeLheParams(c.width, c.height, -3, 7, c.colorSpace, c.smooth);
-    EXPECT_EQ(v.width, c.expectWidth) << c.width << " " << c.height << " " << c.smooth;
-    EXPECT_EQ(v.height, c.expectHeight) << c.width << " " << c.height << " " << c.smooth;
-    EXPECT_EQ(v.colorSpace, c.expectSpace) << c.colorSpace;
-    EXPECT_EQ(v.xExt, -3);
-    EXPECT_EQ(v.yExt, 7);
-    EXPECT_EQ(v.smooth, c.smooth);
+    EXPECT_EQ(std::make_tuple(v.width, v.height, v.colorSpace, v.xExt, v.yExt, v.smooth),
+              std::make_tuple(c.expectWidth, c.expectHeight, c.expectSpace, -3, 7, c.smooth))
+        << c.width << " " << c.height << " " << c.colorSpace << " " << c.smooth;
   }
 }
 
@@ -82,10 +78,8 @@ TEST(LheSmoothing, RangeFollowsTheSmallerLimitAndRaisingItDragsTheWindow) {
   };
   for (const RangeCase& c : ranges) {
     const SmoothRange r = SmoothRangeFor(c.limits);
-    EXPECT_EQ(r.enabled, c.enabled) << c.limits.maxWidth << "x" << c.limits.maxHeight;
-    if (r.enabled) {
-      EXPECT_EQ(r.maximum, c.maximum) << c.limits.maxWidth << "x" << c.limits.maxHeight;
-    }
+    EXPECT_EQ(std::make_pair(r.enabled, r.enabled ? r.maximum : 0), std::make_pair(c.enabled, c.maximum))
+        << c.limits.maxWidth << "x" << c.limits.maxHeight;
   }
 
   struct ChangeCase {
@@ -104,12 +98,9 @@ TEST(LheSmoothing, RangeFollowsTheSmallerLimitAndRaisingItDragsTheWindow) {
   };
   for (const ChangeCase& c : changes) {
     const SmoothChange r = ApplySmoothChange(c.smooth, c.width, c.height);
-    EXPECT_EQ(r.width, c.expectWidth) << c.smooth << " " << c.width << " " << c.height;
-    EXPECT_EQ(r.height, c.expectHeight) << c.smooth << " " << c.width << " " << c.height;
-    EXPECT_EQ(r.writeHeightBox, c.written) << c.smooth << " " << c.width << " " << c.height;
-    if (c.written) {
-      EXPECT_EQ(r.heightBoxValue, c.heightBox) << c.smooth << " " << c.width << " " << c.height;
-    }
+    EXPECT_EQ(std::make_tuple(r.width, r.height, r.writeHeightBox, r.writeHeightBox ? r.heightBoxValue : 0),
+              std::make_tuple(c.expectWidth, c.expectHeight, c.written, c.heightBox))
+        << c.smooth << " " << c.width << " " << c.height;
   }
 }
 

@@ -5,6 +5,8 @@
  */
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "PreviewFlagPlan.h"
 #include "qv/qvdlgclr.h"
 
@@ -36,10 +38,9 @@ TEST(PreviewFlags, ToolbarButtonsThatSurviveEachCombination) {
   };
   for (const Case& c : cases) {
     const PreviewFlagPlan plan = PlanPreviewFlags(c.flags, kStandardToolbarBits, false);
-    EXPECT_TRUE(plan.showPreview);
-    EXPECT_EQ(RemainingButtons(plan.deleteButtons), c.remaining) << "flags " << c.flags;
-    EXPECT_EQ(plan.hideToolbar, c.hidden) << "flags " << c.flags;
-    EXPECT_EQ(plan.zoomKeys, c.zoomKeys) << "flags " << c.flags;
+    EXPECT_EQ(std::make_tuple(plan.showPreview, RemainingButtons(plan.deleteButtons), plan.hideToolbar, plan.zoomKeys),
+              std::make_tuple(true, c.remaining, c.hidden, c.zoomKeys))
+        << "flags " << c.flags;
   }
 }
 
@@ -50,11 +51,9 @@ TEST(PreviewFlags, DeletionsRunFromTheHighestIndexDown) {
 
 TEST(PreviewFlags, WithoutPreviewEverythingGoesAndProcessingStops) {
   const PreviewFlagPlan plan = PlanPreviewFlags(QVDLG_SHOW_TOOL_ZOOMLEVEL | 0x70u, kStandardToolbarBits, true);
-  EXPECT_FALSE(plan.showPreview);
-  EXPECT_TRUE(plan.hideToolbar);
-  EXPECT_FALSE(plan.zoomKeys);
-  EXPECT_TRUE(plan.deleteButtons.empty());
-  EXPECT_TRUE(plan.showHelpButton);
+  EXPECT_EQ(std::make_tuple(plan.showPreview, plan.hideToolbar, plan.zoomKeys, plan.deleteButtons.size(),
+                            plan.showHelpButton),
+            std::make_tuple(false, true, false, size_t{0}, true));
   EXPECT_FALSE(PlanPreviewFlags(0, kStandardToolbarBits, false).showHelpButton);
   EXPECT_TRUE(PlanPreviewFlags(QVDLG_SHOW_CONTEXTHELP, kStandardToolbarBits, false).contextHelp);
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "StringTable.h"
@@ -66,34 +67,23 @@ std::vector<std::wstring> Conversions(const std::wstring& text) {
   return out;
 }
 
-// The mnemonic character of a text, folded to lower case, or 0 when it has none.
-wchar_t Mnemonic(const std::wstring& text) {
-  for (size_t i = 0; i + 1 < text.size(); ++i) {
-    if (text[i] != L'&') continue;
-    if (text[i + 1] == L'&') {
-      ++i;
-      continue;
-    }
-    const wchar_t c = text[i + 1];
-    const std::wstring upper = L"ÄÖÜ", lower = L"äöü";
-    const size_t umlaut = upper.find(c);
-    if (umlaut != std::wstring::npos) return lower[umlaut];
-    return static_cast<wchar_t>(towlower(c));
-  }
-  return 0;
-}
-
-int MnemonicCount(const std::wstring& text) {
+// The mnemonics of a text ("&&" is a literal ampersand): how many, and the first one folded to lower case (0 when
+// there is none).
+std::pair<int, wchar_t> Mnemonics(const std::wstring& text) {
   int count = 0;
+  wchar_t first = 0;
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] != L'&') continue;
     if (i + 1 < text.size() && text[i + 1] == L'&') {
       ++i;
       continue;
     }
-    ++count;
+    if (count++ > 0 || i + 1 == text.size()) continue;
+    const std::wstring upper = L"ÄÖÜ", lower = L"äöü";
+    const size_t umlaut = upper.find(text[i + 1]);
+    first = umlaut != std::wstring::npos ? lower[umlaut] : static_cast<wchar_t>(towlower(text[i + 1]));
   }
-  return count;
+  return {count, first};
 }
 
 std::wstring Fetch(unsigned id) {
@@ -163,8 +153,8 @@ TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
       EXPECT_TRUE(Conversions(entry->pszEnglish).empty()) << id;
       EXPECT_TRUE(Conversions(entry->pszGerman).empty()) << id;
     }
-    EXPECT_LE(MnemonicCount(entry->pszEnglish), 1) << id;
-    EXPECT_EQ(MnemonicCount(entry->pszEnglish), MnemonicCount(entry->pszGerman)) << "mnemonic of " << id;
+    EXPECT_LE(Mnemonics(entry->pszEnglish).first, 1) << id;
+    EXPECT_EQ(Mnemonics(entry->pszEnglish).first, Mnemonics(entry->pszGerman).first) << "mnemonic of " << id;
   }
 }
 
@@ -199,8 +189,8 @@ TEST(StringTable, MnemonicsAreUniqueWithinEachDialog) {
       for (unsigned id : ids) {
         const qv::StringEntry* entry = qv::FindStringEntry(id);
         ASSERT_NE(entry, nullptr) << id;
-        const wchar_t key = Mnemonic(german ? entry->pszGerman : entry->pszEnglish);
-        if (key) EXPECT_TRUE(seen.insert(key).second) << "mnemonic of " << id << (german ? " (German)" : "");
+        const wchar_t key = Mnemonics(german ? entry->pszGerman : entry->pszEnglish).second;
+        EXPECT_TRUE(!key || seen.insert(key).second) << "mnemonic of " << id << (german ? " (German)" : "");
       }
     }
   }

@@ -197,7 +197,6 @@ TEST(BitmapGrayTest, TellsPaletteKindsApart) {
   };
   const Case cases[] = {
       {"gray samples", 16, QV_ORDER_GRAY, 0, nullptr, QV_GRAY_ORDERED},
-      {"12-bit gray", 12, QV_ORDER_GRAY, 0, nullptr, QV_GRAY_ORDERED},
       {"color", 24, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"5-6-5", 16, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"dark to light", 8, QV_ORDER_BGR, 256,
@@ -221,17 +220,6 @@ TEST(BitmapGrayTest, TellsPaletteKindsApart) {
               QV_SUCCESS);
     EXPECT_EQ(Q_IsGrayScaleBitmap(b.get(), 0), c.expected);
   }
-}
-
-TEST(KernelAllocations, RegistryKnowsLiveBlocksOnly) {
-  uint8_t* p = qv::AllocatePixels(100);
-  ASSERT_NE(p, nullptr);
-  EXPECT_EQ(qv::AllocationSize(p), 100u);
-  EXPECT_EQ(qv::AllocationSize(p + 1), 0u);
-  EXPECT_TRUE(qv::FreePixels(p));
-  EXPECT_EQ(qv::AllocationSize(p), 0u);
-  EXPECT_FALSE(qv::FreePixels(p));
-  EXPECT_EQ(qv::AllocatePixels(0), nullptr);
 }
 
 }  // namespace

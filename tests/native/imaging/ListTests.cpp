@@ -20,9 +20,7 @@ TEST(BitmapList, KeepsOrderAndCopies) {
   HBITMAPLIST h = nullptr;
   ASSERT_EQ(Q_CreateBitmapList(&h, 0), QV_SUCCESS);
   OwnedBitmap a, b, c;
-  MakeGray(a, 1);
-  MakeGray(b, 2);
-  MakeGray(c, 3);
+  for (auto [item, value] : {std::pair{&a, 1}, {&b, 2}, {&c, 3}}) MakeGray(*item, uint8_t(value));
   ASSERT_EQ(Q_InsertBitmapListItem(h, 0, a.get(), 0), QV_SUCCESS);
   ASSERT_EQ(Q_InsertBitmapListItem(h, 1, c.get(), 0), QV_SUCCESS);
   ASSERT_EQ(Q_InsertBitmapListItem(h, 1, b.get(), 0), QV_SUCCESS);

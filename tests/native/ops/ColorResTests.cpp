@@ -177,9 +177,6 @@ TEST(ColorRes, GivenPaletteMapsItsOwnColorsToThemselves) {
     s = s * 1103515245u + 12345u;
     q = RGBQUAD{uint8_t(s >> 8), uint8_t(s >> 16), uint8_t(s >> 24), 0};
   }
-  const auto colorOf = [&](int i) {
-    return (uint32_t{palette[i].rgbRed} << 16) | (palette[i].rgbGreen << 8) | palette[i].rgbBlue;
-  };
   struct PaletteCase {
     unsigned colors;  // palette entries handed in
     int used;         // entries the image uses (every 25th)
@@ -189,7 +186,7 @@ TEST(ColorRes, GivenPaletteMapsItsOwnColorsToThemselves) {
   for (const PaletteCase& c : cases)
     for (unsigned dither : {QV_COLORRES_NO_DITHERING, QV_COLORRES_FLOYD_STEINBERG, QV_COLORRES_JARVIS}) {
       const int stride = c.colors == 256 ? 25 : 1;
-      const auto color = [&](int x, int y) { return colorOf(((x * 7 + y * 3) % c.used) * stride); };
+      const auto color = [&](int x, int y) { return RgbOf(palette[((x * 7 + y * 3) % c.used) * stride]); };
       OwnedBitmap b;
       MakeRgb24(b, 21, 9, color);
       ASSERT_EQ(Reduce(b.get(), c.bits, QV_COLORRES_USER_PALETTE | dither, palette.data(), c.colors), QV_SUCCESS);
@@ -206,7 +203,6 @@ TEST(ColorRes, TablePalettesHoldTheirColorsInPlace) {
   const uint32_t system[20] = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080,
                                0xC0C0C0, 0xC0DCC0, 0xA6CAF0, 0xFFFBF0, 0xA0A0A4, 0x808080, 0xFF0000,
                                0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
-  const auto rgb = [](const RGBQUAD& q) { return (uint32_t{q.rgbRed} << 16) | (q.rgbGreen << 8) | q.rgbBlue; };
   const auto photo = [](int x, int y) { return uint32_t((x * 40503u + y * 9973u) * 2654435761u) >> 8; };
   OwnedBitmap sys, flat, web, gray4, gray8, vga;
   for (auto* b : {&sys, &web, &gray4, &gray8, &vga}) MakeRgb24(*b, 40, 30, photo);
@@ -214,18 +210,18 @@ TEST(ColorRes, TablePalettesHoldTheirColorsInPlace) {
   for (auto* b : {&sys, &flat}) {
     ASSERT_EQ(Reduce(b->get(), 8, QV_COLORRES_SYSTEM_PALETTE), QV_SUCCESS);
     ASSERT_EQ((*b)->nColors, 256);
-    for (int i = 0; i < 10; ++i) EXPECT_EQ(rgb((*b)->Palette[i]), system[i]) << i;
-    for (int i = 10; i < 20; ++i) EXPECT_EQ(rgb((*b)->Palette[236 + i]), system[i]) << i;
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(RgbOf((*b)->Palette[i]), system[i]) << i;
+    for (int i = 10; i < 20; ++i) EXPECT_EQ(RgbOf((*b)->Palette[236 + i]), system[i]) << i;
   }
   EXPECT_EQ(PaletteColorAt(*flat, 1, 1), 0x123456u);
   ASSERT_EQ(Reduce(vga.get(), 4, QV_COLORRES_SYSTEM_PALETTE), QV_SUCCESS);
-  EXPECT_EQ(rgb(vga->Palette[9]), 0xFF0000u);
-  EXPECT_EQ(rgb(vga->Palette[15]), 0xFFFFFFu);
+  EXPECT_EQ(RgbOf(vga->Palette[9]), 0xFF0000u);
+  EXPECT_EQ(RgbOf(vga->Palette[15]), 0xFFFFFFu);
   ASSERT_EQ(Reduce(web.get(), 8, QV_COLORRES_WEBSAFE_PALETTE), QV_SUCCESS);
   ASSERT_EQ(web->nColors, 216);
-  EXPECT_EQ(rgb(web->Palette[36 * 5 + 6 * 2 + 1]), 0xFF6633u);
+  EXPECT_EQ(RgbOf(web->Palette[36 * 5 + 6 * 2 + 1]), 0xFF6633u);
   ASSERT_EQ(Reduce(gray4.get(), 4, QV_COLORRES_ORDER_GRAY | QV_COLORRES_OPTIMIZED_PALETTE), QV_SUCCESS);
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(rgb(gray4->Palette[i]), 0x111111u * i) << i;
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(RgbOf(gray4->Palette[i]), 0x111111u * i) << i;
   ASSERT_EQ(Reduce(gray8.get(), 8, QV_COLORRES_ORDER_GRAY), QV_SUCCESS);
   EXPECT_EQ(gray8->uOrder, QV_ORDER_GRAY);
 }

@@ -121,7 +121,6 @@ TEST(Regions, IndexedImagesWithARegionAreRefusedUntouched) {
     ASSERT_EQ(Q_SetBitmapRgnRect(t.get(), &r, 0), QV_SUCCESS);
     const Snapshot before(t);
     EXPECT_EQ(op.call(t.get(), 0), QV_ERROR_UNSUPPORTED_FORMAT) << op.name;
-    EXPECT_EQ(Snapshot(t).palette.size(), before.palette.size());
     EXPECT_EQ(0, std::memcmp(t.b().Palette, before.palette.data(), sizeof(RGBQUAD) * before.palette.size()))
         << op.name;
   }

@@ -32,4 +32,10 @@ inline uint32_t ClampTo(double v, uint32_t max) {
   return r < 0 ? 0 : (r > static_cast<int64_t>(max) ? max : static_cast<uint32_t>(r));
 }
 
+// Contrast n (-1000..1000) about a center: 1000 splits into the ends, above 0 stretches, below 0 flattens.
+inline double ContrastAbout(double v, double center, double lo, double hi, int n) {
+  if (n == 1000) return v >= center ? hi : lo;
+  return center + (v - center) * (n >= 0 ? 1000.0 / (1000.0 - n) : (1000.0 + n) / 1000.0);
+}
+
 }  // namespace opstest

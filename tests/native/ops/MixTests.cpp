@@ -38,7 +38,7 @@ TEST(MixOperations, ColoredGrayTintsTheGrayLevel) {
       ExpectPerPixel(
           f, [&](BITMAPHANDLE* b, uint32_t) { return Q_ConvertToColoredGray(b, 299, 587, 114, t[0], t[1], t[2], 0); },
           [&](const uint32_t in[3], uint32_t out[3], uint32_t max, bool) {
-            const double g = RoundHalfUp((in[0] * 299.0 + in[1] * 587.0 + in[2] * 114.0) / 1000.0);
+            const double g = Luma(in);
             for (int c = 0; c < 3; ++c) out[c] = ClampTo(g + g * t[c] / 1000.0, max);
           },
           0, "colored gray " + std::to_string(t[0]));
@@ -118,14 +118,7 @@ TEST(MixOperations, HistogramContrastCentersOnTheLowerMedianOrOnTheGivenOne) {
                 return given ? Q_HistoContrastBitmapExt(b, n, center, 0) : Q_HistoContrastBitmap(b, n, 0);
               },
               [&](const uint32_t in[3], uint32_t out[3], uint32_t max, bool) {
-                for (int c = 0; c < 3; ++c) {
-                  const double d = in[c] - double(center);
-                  double v;
-                  if (n == 1000) v = d >= 0 ? max : 0;
-                  else if (n >= 0) v = center + d * 1000.0 / (1000 - n);
-                  else v = center + d * (1000.0 + n) / 1000.0;
-                  out[c] = ClampTo(v, max);
-                }
+                for (int c = 0; c < 3; ++c) out[c] = ClampTo(ContrastAbout(in[c], center, 0, max, n), max);
               },
               0,
               "histogram contrast " + std::to_string(n) + (given ? " about a given center" : "") + " on " +

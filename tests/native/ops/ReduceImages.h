@@ -40,9 +40,8 @@ inline int IndexAt(const BITMAPHANDLE& b, int x, int y) {
   return (row[x / perByte] >> ((perByte - 1 - x % perByte) * bits)) & ((1 << bits) - 1);
 }
 
-inline uint32_t PaletteColorAt(const BITMAPHANDLE& b, int x, int y) {
-  const RGBQUAD& q = b.Palette[IndexAt(b, x, y)];
-  return (uint32_t{q.rgbRed} << 16) | (uint32_t{q.rgbGreen} << 8) | q.rgbBlue;
-}
+inline uint32_t RgbOf(const RGBQUAD& q) { return (uint32_t{q.rgbRed} << 16) | (uint32_t{q.rgbGreen} << 8) | q.rgbBlue; }
+
+inline uint32_t PaletteColorAt(const BITMAPHANDLE& b, int x, int y) { return RgbOf(b.Palette[IndexAt(b, x, y)]); }
 
 }  // namespace opstest

@@ -106,9 +106,9 @@ TEST(WindowLevelBitmap, ConvertsEachSampleThroughItsBits) {
         const RGBQUAD& q = lut[index];
         const uint8_t* p = b.pData + y * b.nBytesPerLine + 3 * x;
         const bool bgr = c.order == QV_ORDER_BGR;
-        ASSERT_EQ(p[0], bgr ? q.rgbBlue : q.rgbRed) << c.format.name << " at " << x << "," << y;
-        ASSERT_EQ(p[1], q.rgbGreen);
-        ASSERT_EQ(p[2], bgr ? q.rgbRed : q.rgbBlue);
+        ASSERT_EQ(std::vector<uint8_t>(p, p + 3), (std::vector<uint8_t>{bgr ? q.rgbBlue : q.rgbRed, q.rgbGreen,
+                                                                       bgr ? q.rgbRed : q.rgbBlue}))
+            << c.format.name << " at " << x << "," << y;
       }
   }
 }
