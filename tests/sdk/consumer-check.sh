@@ -7,8 +7,8 @@
 set -euo pipefail
 source "$(dirname "$0")/../../scripts/wine-env.sh"
 cd "$QV_ROOT"
-sdk=$(bash scripts/sdk.sh | sed -n 1p)
-sdk=$QV_ROOT/$sdk
+bash scripts/sdk.sh
+sdk=$QV_ROOT/dist/quorvelix-sdk-$(cat build/win/quorvelix-version.txt)-x64
 work=$QV_ROOT/build/win/sdk-check
 rm -rf "$work" && mkdir -p "$work"
 fail() { echo "FAILED: $*"; exit 1; }
