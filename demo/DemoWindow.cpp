@@ -93,37 +93,21 @@ LRESULT CALLBACK DemoWindow::WindowProc(HWND window, UINT message, WPARAM wParam
 
 LRESULT DemoWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      return 0;
-    case WM_COMMAND:
-      OnCommand(LOWORD(wParam));
-      return 0;
-    case WM_PAINT:
-      OnPaint();
-      return 0;
-    case WM_PRINTCLIENT:
-      Paint(reinterpret_cast<HDC>(wParam));
-      return 0;
-    case WM_ERASEBKGND:
-      return 1;  // OnPaint covers every pixel; erasing first would flicker
-    case WM_SIZE:
-      OnSize();
-      return 0;
-    case WM_DPICHANGED:
-      OnDpiChanged(reinterpret_cast<const RECT*>(lParam));
-      return 0;
-    case WM_DESTROY:
-      PostQuitMessage(0);
-      return 0;
-    default:
-      return DefWindowProcW(m_window, message, wParam, lParam);
+    case WM_CREATE: OnCreate(); return 0;
+    case WM_COMMAND: OnCommand(LOWORD(wParam)); return 0;
+    case WM_PAINT: OnPaint(); return 0;
+    case WM_PRINTCLIENT: Paint(reinterpret_cast<HDC>(wParam)); return 0;
+    case WM_ERASEBKGND: return 1;  // OnPaint covers every pixel; erasing first would flicker
+    case WM_SIZE: OnSize(); return 0;
+    case WM_DPICHANGED: OnDpiChanged(reinterpret_cast<const RECT*>(lParam)); return 0;
+    case WM_DESTROY: PostQuitMessage(0); return 0;
+    default: return DefWindowProcW(m_window, message, wParam, lParam);
   }
 }
 
 void DemoWindow::OnCreate() {
-  m_status = CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                             m_window, nullptr, m_instance, nullptr);
+  m_status = CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0, m_window,
+                             nullptr, m_instance, nullptr);
   FillDialogMenu();
   SetMode(ApplyMode::ThroughDialog);
 }
@@ -188,8 +172,8 @@ void DemoWindow::RunCatalogDialog(size_t index) {
     UpdateStatus();
     return;
   }
-  const DialogOutcome outcome =
-      RunDialog(entry, m_library.Find(entry.exportName), m_window, m_image.Get(), m_mode, entry.neutralValue);
+  const DialogOutcome outcome = RunDialog(entry, m_library.Find(entry.exportName), m_window, m_image.Get(), m_mode,
+                                          entry.neutralValue);
   m_lastResult = outcome.LastResult();
   std::wstring how = outcome.operationRun ? L" (by the operation)" : outcome.autoProcessed ? L" (by the dialog)" : L"";
   m_lastAction = std::wstring(entry.exportName, entry.exportName + strlen(entry.exportName)) + how;
@@ -207,8 +191,9 @@ void DemoWindow::OpenImage() {
   OPENFILENAMEW ofn{};
   ofn.lStructSize = sizeof ofn;
   ofn.hwndOwner = m_window;
-  ofn.lpstrFilter = L"Pictures (*.png;*.bmp;*.jpg;*.jpeg;*.tif;*.tiff)\0*.png;*.bmp;*.jpg;*.jpeg;*.tif;*.tiff\0"
-                    L"All files (*.*)\0*.*\0";
+  ofn.lpstrFilter =
+      L"Pictures (*.png;*.bmp;*.jpg;*.jpeg;*.tif;*.tiff)\0*.png;*.bmp;*.jpg;*.jpeg;*.tif;*.tiff\0"
+      L"All files (*.*)\0*.*\0";
   ofn.lpstrFile = path;
   ofn.nMaxFile = MAX_PATH;
   ofn.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;

@@ -174,9 +174,8 @@ int ApplyColoredGray(ParamBlock& params, BITMAPHANDLE* bitmap) {
 std::wstring DescribeColoredGray(ParamBlock& params) {
   const auto p = params.Load<QVCOLOREDGRAYDLGPARAMS>();
   return Format(L"weights = %d, %d, %d; gray factors = %d, %d, %d", static_cast<int>(p.nRedFactor),
-                static_cast<int>(p.nGreenFactor), static_cast<int>(p.nBlueFactor),
-                static_cast<int>(p.nRedGrayFactor), static_cast<int>(p.nGreenGrayFactor),
-                static_cast<int>(p.nBlueGrayFactor));
+                static_cast<int>(p.nGreenFactor), static_cast<int>(p.nBlueFactor), static_cast<int>(p.nRedGrayFactor),
+                static_cast<int>(p.nGreenGrayFactor), static_cast<int>(p.nBlueGrayFactor));
 }
 
 QVBALANCINGRECORD Record(double red, double green, double blue) {
@@ -320,8 +319,7 @@ void FillRemapHue(ParamBlock& params, BITMAPHANDLE* bitmap, uint32_t flags, int)
 
 int ApplyRemapHue(ParamBlock& params, BITMAPHANDLE* bitmap) {
   const auto p = params.Load<QVREMAPHUEDLGPARAMS>();
-  return Q_RemapBitmapHue(bitmap, p.puMaskTable, p.puHueTable, p.puSaturationTable, p.puValueTable,
-                          p.uTableLength, 0);
+  return Q_RemapBitmapHue(bitmap, p.puMaskTable, p.puHueTable, p.puSaturationTable, p.puValueTable, p.uTableLength, 0);
 }
 
 void ReleaseRemapHue(ParamBlock& params) {
@@ -398,30 +396,30 @@ const std::vector<DialogEntry>& DialogCatalog() {
        DescribeSingle<kLevels>, 64, 4, T::Trackbar, 10301},
       {"Q_DlgSolarize", L"So&larize...", I::Photo, FillSingle, ApplyUnsigned<Q_SolarizeBitmap>, nullptr,
        DescribeSingle<kThreshold>, 255, 128, T::Trackbar, 12201},
-      {"Q_DlgGammaAdjustment", L"&Gamma...", I::Photo, FillGamma, ApplyGamma, nullptr, DescribeGamma, 100, 220,
-       T::None, 0},
-      {"Q_DlgIntensityDetect", L"&Intensity detect...", I::Photo, FillIntensityDetect, ApplyIntensityDetect,
-       nullptr, DescribeIntensityDetect, 0, 140, T::Trackbar, 7801},
+      {"Q_DlgGammaAdjustment", L"&Gamma...", I::Photo, FillGamma, ApplyGamma, nullptr, DescribeGamma, 100, 220, T::None,
+       0},
+      {"Q_DlgIntensityDetect", L"&Intensity detect...", I::Photo, FillIntensityDetect, ApplyIntensityDetect, nullptr,
+       DescribeIntensityDetect, 0, 140, T::Trackbar, 7801},
       {"Q_DlgLocalHistoEqualize", L"Local histogram &equalization...", I::Photo, FillLocalHisto, ApplyLocalHisto,
        nullptr, DescribeLocalHisto, 64, 2, T::ListEntry, 8512},
-      {"Q_DlgGrayScale", L"Gray sc&ale...", I::Photo, FillGrayScale, ApplyGrayScale, nullptr, DescribeGrayScale, 0,
-       2, T::MarkerSlider, 7002},
+      {"Q_DlgGrayScale", L"Gray sc&ale...", I::Photo, FillGrayScale, ApplyGrayScale, nullptr, DescribeGrayScale, 0, 2,
+       T::MarkerSlider, 7002},
       {"Q_DlgColoredGray", L"Colored g&ray...", I::Photo, FillColoredGray, ApplyColoredGray, nullptr,
        DescribeColoredGray, 0, 2, T::MarkerSlider, 3406},
-      {"Q_DlgBalanceColors", L"Balance colo&rs...", I::Photo, FillBalance, ApplyBalance, nullptr, DescribeBalance,
-       100, 60, T::ValueCombo, 2705},
+      {"Q_DlgBalanceColors", L"Balance colo&rs...", I::Photo, FillBalance, ApplyBalance, nullptr, DescribeBalance, 100,
+       60, T::ValueCombo, 2705},
       {"Q_DlgWindowLevel", L"&Window level...", I::Gray16, FillWindowLevel, ApplyWindowLevel, nullptr,
        DescribeWindowLevel, 100, 40, T::None, 0},
       {"Q_DlgColor", L"Color pic&ker...", I::None, FillColor, nullptr, nullptr, DescribeColor,
        static_cast<int>(kOrange), static_cast<int>(kOrange), T::None, 0},
-      {"Q_DlgCustomizePalette", L"Palette e&ditor...", I::None, FillPalette, nullptr, ReleasePalette,
-       DescribePalette, 0, 0, T::None, 0},
+      {"Q_DlgCustomizePalette", L"Palette e&ditor...", I::None, FillPalette, nullptr, ReleasePalette, DescribePalette,
+       0, 0, T::None, 0},
       {"Q_DlgRemapIntensity", L"Remap i&ntensity...", I::Photo, FillRemapIntensity, ApplyRemapIntensity,
        ReleaseRemapIntensity, DescribeRemapIntensity, 0, 0, T::None, 0},
-      {"Q_DlgRemapHue", L"Remap h&ue...", I::Photo, FillRemapHue, ApplyRemapHue, ReleaseRemapHue,
-       DescribeRemapHue, 0, 0, T::None, 0},
-      {"Q_DlgColorRes", L"Color resolu&tion...", I::Photo, FillColorRes, nullptr, ReleaseColorRes,
-       DescribeColorRes, 24, 4, T::None, 0},
+      {"Q_DlgRemapHue", L"Remap h&ue...", I::Photo, FillRemapHue, ApplyRemapHue, ReleaseRemapHue, DescribeRemapHue, 0,
+       0, T::None, 0},
+      {"Q_DlgColorRes", L"Color resolu&tion...", I::Photo, FillColorRes, nullptr, ReleaseColorRes, DescribeColorRes, 24,
+       4, T::None, 0},
       {"Q_DlgHalftone", L"Hal&ftone...", I::Photo, FillHalftone<QVHALFTONEDLGPARAMS>, nullptr,
        ReleaseHalftone<QVHALFTONEDLGPARAMS>, DescribeHalftone<QVHALFTONEDLGPARAMS>, 8, 6, T::None, 0},
       {"Q_DlgHalftoneA", L"Halftone (narrow &list)...", I::Photo, FillHalftone<QVHALFTONEDLGPARAMSA>, nullptr,

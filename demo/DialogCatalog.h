@@ -39,8 +39,8 @@ struct DialogEntry {
   void (*release)(ParamBlock& params);
   // The returned values as text for the status bar and the tour page.
   std::wstring (*describe)(ParamBlock& params);
-  int neutralValue;   // what the demo offers first: no change
-  int tourValue;      // what the tour picks: a change that shows
+  int neutralValue;  // what the demo offers first: no change
+  int tourValue;     // what the tour picks: a change that shows
   TourControl control;
   int mainControlId;  // the control the tour moves (0 with TourControl::None)
 };

@@ -24,12 +24,12 @@ enum class ApplyMode { ThroughDialog, ByOperation };
 using CallInvoker = std::function<int(const std::function<int()>& call)>;
 
 struct DialogOutcome {
-  int dialogResult = 0;             // QV_DLG_OK, QV_DLG_CANCEL or an error
-  bool operationRun = false;        // the kernel operation was called with the returned values
+  int dialogResult = 0;       // QV_DLG_OK, QV_DLG_CANCEL or an error
+  bool operationRun = false;  // the kernel operation was called with the returned values
   int operationResult = QV_SUCCESS;
-  bool autoProcessed = false;       // the dialog was asked to apply its effect itself
-  std::wstring values;              // the returned values as text (after OK)
-  ParamBlock params;                // the structure as the call left it (before any release)
+  bool autoProcessed = false;  // the dialog was asked to apply its effect itself
+  std::wstring values;         // the returned values as text (after OK)
+  ParamBlock params;           // the structure as the call left it (before any release)
 
   // The code a host reports: the operation's when it ran, else the dialog's.
   int LastResult() const { return operationRun ? operationResult : dialogResult; }

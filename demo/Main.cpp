@@ -63,7 +63,8 @@ bool TakeLanguage(std::vector<std::wstring>& args) {
 void Say(const std::string& text) {
   HANDLE out = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD written = 0;
-  if (out != nullptr && out != INVALID_HANDLE_VALUE) WriteFile(out, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+  if (out != nullptr && out != INVALID_HANDLE_VALUE)
+    WriteFile(out, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
 int RunTourMode(const std::wstring& folder) {
@@ -85,8 +86,8 @@ int RunTourMode(const std::wstring& folder) {
   qvdemo::OwnedBitmap gray16;
   qvdemo::MakeGrayGradient(gray16, 16);
   // A plain hidden window owns the dialogs, as a host's frame would.
-  HWND owner = CreateWindowExW(0, L"STATIC", L"QUORVELIX tour", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr,
-                               nullptr, GetModuleHandleW(nullptr), nullptr);
+  HWND owner = CreateWindowExW(0, L"STATIC", L"QUORVELIX tour", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr,
+                               GetModuleHandleW(nullptr), nullptr);
   const auto rows = qvdemo::RunTour(library, owner, {photo.Get(), gray16.Get()}, folder);
   if (owner != nullptr) DestroyWindow(owner);
   if (!qvdemo::WriteTourPage(folder, rows, note)) {

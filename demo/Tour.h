@@ -20,13 +20,13 @@ namespace qvdemo {
 
 struct TourRow {
   std::string exportName;
-  std::wstring title;            // the menu text without its mnemonic
-  int result = 0;                // what the call returned
-  std::wstring values;           // the values the dialog returned
-  std::wstring screenshotFile;   // file names inside the tour folder; empty when not written
+  std::wstring title;           // the menu text without its mnemonic
+  int result = 0;               // what the call returned
+  std::wstring values;          // the values the dialog returned
+  std::wstring screenshotFile;  // file names inside the tour folder; empty when not written
   std::wstring beforeFile;
   std::wstring afterFile;
-  bool changed = false;          // the after picture differs from the before picture
+  bool changed = false;               // the after picture differs from the before picture
   std::vector<std::string> failures;  // steps that failed, files that could not be written
 };
 

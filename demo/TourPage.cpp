@@ -62,7 +62,8 @@ std::string TourPageHtml(const std::vector<TourRow>& rows, const std::wstring& s
       "padding:4px;vertical-align:top}img{max-width:320px}.failed{background:#fdd}.failure{color:#a00}</style>"
       "</head><body>\n<h1>QUORVELIX color dialogs</h1>\n<p>Each dialog of Qvdlgclrx.dll, opened on the sample "
       "picture, its main control moved, OK pressed with the effect applied by the dialog.</p>\n<p>" +
-      Escape(Utf8(sampleNote)) + "</p>\n<table>\n<tr><th>dialog</th><th>screenshot</th><th>values</th>"
+      Escape(Utf8(sampleNote)) +
+      "</p>\n<table>\n<tr><th>dialog</th><th>screenshot</th><th>values</th>"
       "<th>before</th><th>after</th><th>result</th></tr>\n";
   for (const TourRow& row : rows) html += Row(row);
   html += "</table>\n<p>" + std::to_string(rows.size()) + " dialogs.</p>\n</body></html>\n";

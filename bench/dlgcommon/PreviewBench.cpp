@@ -103,8 +103,7 @@ class CBenchDialog : public CQVBeforeAfterDlg {
         else
           EndDialog(IDOK);
         return 0;
-      default:
-        break;
+      default: break;
     }
     return CQVBeforeAfterDlg::WindowProc(message, wParam, lParam);
   }
@@ -132,7 +131,8 @@ struct Measured {
 bool Measure(int width, int height, Effect effect, Measured* out) {
   BITMAPHANDLE bitmap{};
   bitmap.uStructSize = sizeof bitmap;
-  if (Q_CreateBitmap(&bitmap, sizeof bitmap, width, height, 24, QV_ORDER_BGR, nullptr, 0, 0) != QV_SUCCESS) return false;
+  if (Q_CreateBitmap(&bitmap, sizeof bitmap, width, height, 24, QV_ORDER_BGR, nullptr, 0, 0) != QV_SUCCESS)
+    return false;
   for (int y = 0; y < height; ++y) {
     uint8_t* row = bitmap.pData + size_t(y) * bitmap.nBytesPerLine;
     for (int x = 0; x < width * 3; ++x) row[x] = static_cast<uint8_t>(x * 7 + y * 3);
@@ -167,8 +167,8 @@ int main() {
       std::printf("%-6s failed\n", s.name);
       return 1;
     }
-    std::printf("%-6s %19.1f ms %23.3f ms %7.3f ms%s\n", s.name, m.firstPreviewMs, m.medianChangeMs,
-                m.fastestChangeMs, m.painted ? "" : "  (a change did not repaint)");
+    std::printf("%-6s %19.1f ms %23.3f ms %7.3f ms%s\n", s.name, m.firstPreviewMs, m.medianChangeMs, m.fastestChangeMs,
+                m.painted ? "" : "  (a change did not repaint)");
     if (s.width == 1155) change1 = m.medianChangeMs;
     if (s.width == 8000) change48 = m.medianChangeMs;
   }

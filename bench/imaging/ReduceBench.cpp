@@ -45,8 +45,7 @@ void Measure(const char* what, double imageMb, const std::function<int()>& work)
   const int rc = work();
   const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0).count();
   const double extraMb = (StatusKb("VmHWM:") - before) / 1024.0;
-  std::printf("%-58s rc %d  %8.1f ms  peak extra %8.1f MB = %.3f x image\n", what, rc, ms, extraMb,
-              extraMb / imageMb);
+  std::printf("%-58s rc %d  %8.1f ms  peak extra %8.1f MB = %.3f x image\n", what, rc, ms, extraMb, extraMb / imageMb);
 }
 
 }  // namespace

@@ -140,8 +140,8 @@ void RunPass(const char* title, Image& img, Image& work, std::vector<uint8_t>& c
   };
 
   std::printf("\n%s (memcpy of the image: %.2f ms, %.0f MPix/s)\n", title, copySec * 1e3, kMegaPixels / copySec);
-  std::printf("%-18s %10s %10s %12s %12s %12s\n", "operation", "ours ms", "OpenCV ms", "ours MPix/s",
-              "vs OpenCV", "vs memcpy");
+  std::printf("%-18s %10s %10s %12s %12s %12s\n", "operation", "ours ms", "OpenCV ms", "ours MPix/s", "vs OpenCV",
+              "vs memcpy");
   for (const Row& row : rows) {
     if (!only.empty() && row.name.find(only) == std::string::npos) continue;
     // One untimed pass of each warms caches and builds OpenCV's lazily created tables.
@@ -163,8 +163,7 @@ void RunPass(const char* title, Image& img, Image& work, std::vector<uint8_t>& c
       peerBest = std::min(peerBest, std::chrono::duration<double>(t1 - t0).count());
     }
     std::printf("%-18s %10.2f %10.2f %12.0f %11.2fx %11.2fx%s\n", row.name.c_str(), oursBest * 1e3, peerBest * 1e3,
-                kMegaPixels / oursBest, peerBest / oursBest, oursBest / copySec,
-                rc == QV_SUCCESS ? "" : "  (failed)");
+                kMegaPixels / oursBest, peerBest / oursBest, oursBest / copySec, rc == QV_SUCCESS ? "" : "  (failed)");
   }
 }
 
@@ -195,23 +194,25 @@ void RunWindowLevel() {
     Q_FreeBitmap(&copy, 0);
   }
   std::vector<uint8_t> out(static_cast<size_t>(kWidth) * 3 * kHeight);
-  const double applyBest = BestSeconds([&] {
-    Q_WindowLevelFillLUT(lut.data(), 65536, 0x000000FF, 0x00FFFF00, 1000, 50000, 0, 15, 0, 65535, 0, flags);
-    qv::ParallelRowsQuiet(0, kHeight, [&](int y0, int y1) {
-      for (int y = y0; y < y1; ++y) {
-        const uint8_t* src = gray.b.pData + static_cast<size_t>(y) * gray.b.nBytesPerLine;
-        uint8_t* dst = out.data() + static_cast<size_t>(y) * kWidth * 3;
-        for (int x = 0; x < kWidth; ++x) {
-          uint16_t v;
-          std::memcpy(&v, src + 2 * x, 2);
-          const RGBQUAD& q = lut[v];
-          dst[3 * x] = q.rgbBlue;
-          dst[3 * x + 1] = q.rgbGreen;
-          dst[3 * x + 2] = q.rgbRed;
-        }
-      }
-    });
-  }, 5);
+  const double applyBest = BestSeconds(
+      [&] {
+        Q_WindowLevelFillLUT(lut.data(), 65536, 0x000000FF, 0x00FFFF00, 1000, 50000, 0, 15, 0, 65535, 0, flags);
+        qv::ParallelRowsQuiet(0, kHeight, [&](int y0, int y1) {
+          for (int y = y0; y < y1; ++y) {
+            const uint8_t* src = gray.b.pData + static_cast<size_t>(y) * gray.b.nBytesPerLine;
+            uint8_t* dst = out.data() + static_cast<size_t>(y) * kWidth * 3;
+            for (int x = 0; x < kWidth; ++x) {
+              uint16_t v;
+              std::memcpy(&v, src + 2 * x, 2);
+              const RGBQUAD& q = lut[v];
+              dst[3 * x] = q.rgbBlue;
+              dst[3 * x + 1] = q.rgbGreen;
+              dst[3 * x + 2] = q.rgbRed;
+            }
+          }
+        });
+      },
+      5);
   std::printf("\n16-bit gray window level, 12 MPix, all cores:\n");
   std::printf("  fill LUT + Q_WindowLevelBitmap (new 24-bit pixels): %.2f ms\n", convertBest * 1e3);
   std::printf("  fill LUT + LUT pass into a ready buffer:             %.2f ms\n", applyBest * 1e3);
@@ -224,16 +225,18 @@ void RunLocalHisto() {
   for (int y = 0; y < kHeight; ++y) {
     uint8_t* row = gray.b.pData + static_cast<size_t>(y) * gray.b.nBytesPerLine;
     for (int x = 0; x < kWidth; ++x)
-      row[x] = static_cast<uint8_t>(std::clamp(128.0 + 100 * std::sin(x / 300.0) * std::cos(y / 170.0) +
-                                                   ((x * 7 + y * 13) % 23) - 11, 0.0, 255.0));
+      row[x] = static_cast<uint8_t>(std::clamp(
+          128.0 + 100 * std::sin(x / 300.0) * std::cos(y / 170.0) + ((x * 7 + y * 13) % 23) - 11, 0.0, 255.0));
   }
   const size_t bytes = static_cast<size_t>(gray.b.nBytesPerLine) * kHeight;
   cv::Mat src(kHeight, kWidth, CV_8UC1, gray.b.pData, gray.b.nBytesPerLine), dst;
   auto ours = [&](int tile, int ext) {
-    return BestSeconds([&] {
-      std::memcpy(work.b.pData, gray.b.pData, bytes);
-      if (Q_LocalHistoEqualizeBitmap(&work.b, tile, tile, ext, ext, QV_LHE_GRAY, 0, 0) != QV_SUCCESS) std::abort();
-    }, 5);
+    return BestSeconds(
+        [&] {
+          std::memcpy(work.b.pData, gray.b.pData, bytes);
+          if (Q_LocalHistoEqualizeBitmap(&work.b, tile, tile, ext, ext, QV_LHE_GRAY, 0, 0) != QV_SUCCESS) std::abort();
+        },
+        5);
   };
   auto clahe = [&](int tile) {
     // A clip limit this high never clips: the histogram of a tile is equalized as it is.
@@ -241,14 +244,15 @@ void RunLocalHisto() {
     c->apply(src, dst);
     return BestSeconds([&] { c->apply(src, dst); }, 5);
   };
-  std::printf("\nLocal histogram equalization, 4000 x 3000 8-bit gray, all cores, best of 5 (copy of the image "
-              "included in ours):\n");
+  std::printf(
+      "\nLocal histogram equalization, 4000 x 3000 8-bit gray, all cores, best of 5 (copy of the image "
+      "included in ours):\n");
   std::printf("%-28s %10s %10s %12s\n", "tile / window", "ours ms", "CLAHE ms", "CLAHE/ours");
   double t16 = 0, t64 = 0, c64 = 0, t256 = 0, t16e = 0;
   for (int tile : {16, 64, 256}) {
     const double o = ours(tile, 0), c = clahe(tile);
-    std::printf("%-28s %10.2f %10.2f %11.2fx\n", (std::to_string(tile) + " x " + std::to_string(tile)).c_str(),
-                o * 1e3, c * 1e3, c / o);
+    std::printf("%-28s %10.2f %10.2f %11.2fx\n", (std::to_string(tile) + " x " + std::to_string(tile)).c_str(), o * 1e3,
+                c * 1e3, c / o);
     if (tile == 16) t16 = o;
     if (tile == 64) t64 = o, c64 = c;
     if (tile == 256) t256 = o;
@@ -274,8 +278,9 @@ int main(int argc, char** argv) {
   Image work(24, QV_ORDER_BGR);
   FillImage(img.b.pData, img.b.nBytesPerLine);
   std::vector<uint8_t> copyTarget(static_cast<size_t>(img.b.nBytesPerLine) * kHeight);
-  std::printf("4000 x 3000 24-bit BGR, best of 5 runs; 'vs OpenCV' = OpenCV time / our time (above 1: we are\n"
-              "faster); 'vs memcpy' = our time / memcpy time of the same image (1 is the physical limit).\n");
+  std::printf(
+      "4000 x 3000 24-bit BGR, best of 5 runs; 'vs OpenCV' = OpenCV time / our time (above 1: we are\n"
+      "faster); 'vs memcpy' = our time / memcpy time of the same image (1 is the physical limit).\n");
 
   PinToCpus(1);
   cv::setNumThreads(1);

@@ -70,8 +70,8 @@ Image Enlarge(const Image& s, double megapixels) {
       const double tx = sx - x0;
       for (int c = 0; c < 3; ++c) {
         auto at = [&](int yy, int xx) { return s.rgb[(static_cast<size_t>(yy) * s.width + xx) * 3 + c]; };
-        const double v =
-            (at(y0, x0) * (1 - tx) + at(y0, x1) * tx) * (1 - ty) + (at(y1, x0) * (1 - tx) + at(y1, x1) * tx) * ty;
+        const double v = (at(y0, x0) * (1 - tx) + at(y0, x1) * tx) * (1 - ty) +
+                         (at(y1, x0) * (1 - tx) + at(y1, x1) * tx) * ty;
         d.rgb[(static_cast<size_t>(y) * d.width + x) * 3 + c] = static_cast<uint8_t>(std::lround(v));
       }
     }
@@ -201,8 +201,10 @@ void Compare(const char* name, const Image& img, int repeats) {
     std::printf("%7d %-14s %10.1f %8.2f %8.2f\n", colors, "QUORVELIX", ours.ms, pOurs, MeanDeltaE(img, ours.out));
     std::printf("%7d %-14s %10.1f %8.2f %8.2f\n", colors, "Magick++", magick.ms, pMagick, MeanDeltaE(img, magick.out));
     std::printf("%7d %-14s %10.1f %8.2f %8.2f\n", colors, "libimagequant", liq.ms, pLiq, MeanDeltaE(img, liq.out));
-    std::printf("%7d speed vs Magick++ %.1fx, vs libimagequant %.1fx; PSNR vs Magick++ %+.2f dB, vs libimagequant "
-                "%+.2f dB\n", colors, magick.ms / ours.ms, liq.ms / ours.ms, pOurs - pMagick, pOurs - pLiq);
+    std::printf(
+        "%7d speed vs Magick++ %.1fx, vs libimagequant %.1fx; PSNR vs Magick++ %+.2f dB, vs libimagequant "
+        "%+.2f dB\n",
+        colors, magick.ms / ours.ms, liq.ms / ours.ms, pOurs - pMagick, pOurs - pLiq);
   }
 }
 

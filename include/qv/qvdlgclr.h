@@ -81,7 +81,7 @@ typedef struct tagQVGAMMAADJUSTMENTDLGPARAMS {
   uint32_t uStructSize;
   BITMAPHANDLE* pBitmap;
   int32_t bZoomToFit;
-  uint32_t uRedGamma;   /* gamma x 100, 10..500 */
+  uint32_t uRedGamma; /* gamma x 100, 10..500 */
   uint32_t uGreenGamma;
   uint32_t uBlueGamma;
   int32_t bAllChannels; /* nonzero: the three values move together */
@@ -167,21 +167,21 @@ typedef struct tagQVWINDOWLEVELDLGPARAMS {
 
 typedef struct tagQVCOLORDLGPARAMS {
   uint32_t uStructSize;
-  COLORREF crColor;      /* in: initial color; out: chosen color */
-  uint32_t uColorSpace;  /* a model flag; out 0xFFFFFFFF when the image palette list was active */
-  uint32_t uDisplay;     /* a display flag */
-  void* hPalette;        /* optional HPALETTE of the image */
+  COLORREF crColor;     /* in: initial color; out: chosen color */
+  uint32_t uColorSpace; /* a model flag; out 0xFFFFFFFF when the image palette list was active */
+  uint32_t uDisplay;    /* a display flag */
+  void* hPalette;       /* optional HPALETTE of the image */
   uint32_t uDlgFlags;
-  POINT ptPosition;      /* screen point at which the dialog is placed */
+  POINT ptPosition; /* screen point at which the dialog is placed */
   pQVHELPCALLBACK pfnHelpCallback;
   void* pHelpCallBackUserData;
 } QVCOLORDLGPARAMS;
 
 typedef struct tagQVCUSTOMIZEPALETTEDLGPARAMS {
   uint32_t uStructSize;
-  void* hSrcPalette;     /* optional HPALETTE shown as the caller's palette */
-  void* hResultPalette;  /* out: a new HPALETTE owned by the caller */
-  uint32_t bApply;       /* state of the "apply palette when exit" box */
+  void* hSrcPalette;    /* optional HPALETTE shown as the caller's palette */
+  void* hResultPalette; /* out: a new HPALETTE owned by the caller */
+  uint32_t bApply;      /* state of the "apply palette when exit" box */
   uint32_t uDlgFlags;
   POINT ptPosition;
   pQVHELPCALLBACK pfnHelpCallback;
@@ -192,8 +192,8 @@ typedef struct tagQVREMAPINTENSITYDLGPARAMS {
   uint32_t uStructSize;
   BITMAPHANDLE* pBitmap;
   int32_t bZoomToFit;
-  uint32_t uChannel;        /* 0 all, 1 red, 2 green, 3 blue */
-  uint32_t* puMasterTable;  /* out: GlobalAlloc blocks owned by the caller */
+  uint32_t uChannel;       /* 0 all, 1 red, 2 green, 3 blue */
+  uint32_t* puMasterTable; /* out: GlobalAlloc blocks owned by the caller */
   uint32_t* puRedTable;
   uint32_t* puGreenTable;
   uint32_t* puBlueTable;
@@ -205,7 +205,7 @@ typedef struct tagQVREMAPHUEDLGPARAMS {
   uint32_t uStructSize;
   BITMAPHANDLE* pBitmap;
   int32_t bZoomToFit;
-  uint32_t* puMaskTable;    /* out: GlobalAlloc blocks owned by the caller */
+  uint32_t* puMaskTable; /* out: GlobalAlloc blocks owned by the caller */
   uint32_t* puHueTable;
   uint32_t* puSaturationTable;
   uint32_t* puValueTable;
@@ -221,7 +221,7 @@ typedef struct tagQVCOLORRESDLGPARAMS {
   uint32_t uColorResFlags; /* out: dithering | palette | order */
   void* hPalette;          /* out: HPALETTE of the chosen user palette, or null */
   uint32_t uDlgFlags;
-  uint32_t uOptions;       /* which entries the combos offer */
+  uint32_t uOptions; /* which entries the combos offer */
   POINT* pPositionPoint;
   pQVHELPCALLBACK pfnHelpCallback;
   void* pHelpCallBackUserData;
@@ -247,28 +247,41 @@ QVDLG_HALFTONE_PARAMS(QVHALFTONEDLGPARAMSA, tagQVHALFTONELISTA);
 
 #pragma pack(pop)
 
-#define QVDLG_CHECK(type, field, off) \
-  QV_STATIC_ASSERT(offsetof(type, field) == off, #type "." #field " is at " #off)
+#define QVDLG_CHECK(type, field, off) QV_STATIC_ASSERT(offsetof(type, field) == off, #type "." #field " is at " #off)
 #define QVDLG_CHECK_SIZE(type, size) QV_STATIC_ASSERT(sizeof(type) == size, #type " is " #size " bytes")
-#define QVDLG_CHECK_HEAD(type)                 \
-  QVDLG_CHECK(type, uStructSize, 0);           \
-  QVDLG_CHECK(type, pBitmap, 4);               \
+#define QVDLG_CHECK_HEAD(type)       \
+  QVDLG_CHECK(type, uStructSize, 0); \
+  QVDLG_CHECK(type, pBitmap, 4);     \
   QVDLG_CHECK(type, bZoomToFit, 12)
 /* uStructSize is the offset of uDlgFlags plus 28 for every structure with the common tail. */
-#define QVDLG_CHECK_TAIL(type, flagsAt)              \
-  QVDLG_CHECK(type, uDlgFlags, flagsAt);             \
-  QVDLG_CHECK(type, pPositionPoint, flagsAt + 4);    \
-  QVDLG_CHECK(type, pfnHelpCallback, flagsAt + 12);  \
+#define QVDLG_CHECK_TAIL(type, flagsAt)                   \
+  QVDLG_CHECK(type, uDlgFlags, flagsAt);                  \
+  QVDLG_CHECK(type, pPositionPoint, flagsAt + 4);         \
+  QVDLG_CHECK(type, pfnHelpCallback, flagsAt + 12);       \
   QVDLG_CHECK(type, pHelpCallBackUserData, flagsAt + 20); \
   QVDLG_CHECK_SIZE(type, flagsAt + 28)
 
-QVDLG_CHECK_HEAD(QVBRIGHTNESSDLGPARAMS); QVDLG_CHECK(QVBRIGHTNESSDLGPARAMS, nBrightness, 16); QVDLG_CHECK_TAIL(QVBRIGHTNESSDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVCONTRASTDLGPARAMS); QVDLG_CHECK(QVCONTRASTDLGPARAMS, nContrast, 16); QVDLG_CHECK_TAIL(QVCONTRASTDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVHUEDLGPARAMS); QVDLG_CHECK(QVHUEDLGPARAMS, nHue, 16); QVDLG_CHECK_TAIL(QVHUEDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVSATURATIONDLGPARAMS); QVDLG_CHECK(QVSATURATIONDLGPARAMS, nSaturation, 16); QVDLG_CHECK_TAIL(QVSATURATIONDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVHISTOCONTRASTDLGPARAMS); QVDLG_CHECK(QVHISTOCONTRASTDLGPARAMS, nHistoContrast, 16); QVDLG_CHECK_TAIL(QVHISTOCONTRASTDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVPOSTERIZEDLGPARAMS); QVDLG_CHECK(QVPOSTERIZEDLGPARAMS, uLevels, 16); QVDLG_CHECK_TAIL(QVPOSTERIZEDLGPARAMS, 20);
-QVDLG_CHECK_HEAD(QVSOLARIZEDLGPARAMS); QVDLG_CHECK(QVSOLARIZEDLGPARAMS, uThreshold, 16); QVDLG_CHECK_TAIL(QVSOLARIZEDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVBRIGHTNESSDLGPARAMS);
+QVDLG_CHECK(QVBRIGHTNESSDLGPARAMS, nBrightness, 16);
+QVDLG_CHECK_TAIL(QVBRIGHTNESSDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVCONTRASTDLGPARAMS);
+QVDLG_CHECK(QVCONTRASTDLGPARAMS, nContrast, 16);
+QVDLG_CHECK_TAIL(QVCONTRASTDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVHUEDLGPARAMS);
+QVDLG_CHECK(QVHUEDLGPARAMS, nHue, 16);
+QVDLG_CHECK_TAIL(QVHUEDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVSATURATIONDLGPARAMS);
+QVDLG_CHECK(QVSATURATIONDLGPARAMS, nSaturation, 16);
+QVDLG_CHECK_TAIL(QVSATURATIONDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVHISTOCONTRASTDLGPARAMS);
+QVDLG_CHECK(QVHISTOCONTRASTDLGPARAMS, nHistoContrast, 16);
+QVDLG_CHECK_TAIL(QVHISTOCONTRASTDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVPOSTERIZEDLGPARAMS);
+QVDLG_CHECK(QVPOSTERIZEDLGPARAMS, uLevels, 16);
+QVDLG_CHECK_TAIL(QVPOSTERIZEDLGPARAMS, 20);
+QVDLG_CHECK_HEAD(QVSOLARIZEDLGPARAMS);
+QVDLG_CHECK(QVSOLARIZEDLGPARAMS, uThreshold, 16);
+QVDLG_CHECK_TAIL(QVSOLARIZEDLGPARAMS, 20);
 
 QVDLG_CHECK_HEAD(QVGAMMAADJUSTMENTDLGPARAMS);
 QVDLG_CHECK(QVGAMMAADJUSTMENTDLGPARAMS, uRedGamma, 16);

@@ -18,7 +18,7 @@
 #include "qvkrn.h"
 
 /* Q_DlgInit flags */
-#define QV_DLGINIT_GERMAN 0x0001u   /* start with the German built-in texts */
+#define QV_DLGINIT_GERMAN 0x0001u /* start with the German built-in texts */
 
 /* Q_DlgSetLanguage languages */
 #define QV_DLGLANG_ENGLISH 0u
@@ -29,60 +29,60 @@
  * the dialogs and the preview base use these names. Every other id is the one
  * the dialog itself names (0 "OK", 1 "Cancel", 2 "Help", 3 "Before", 4 "After", ...).
  */
-#define QVDLGSTR_PREVIEW_ZOOM_NORMAL 5     /* tooltip: zoom the preview to its actual size */
-#define QVDLGSTR_PREVIEW_ZOOM_FIT 6        /* tooltip: fit the preview to its pane */
-#define QVDLGSTR_PREVIEW_SPLIT 7           /* tooltip: before and after in one split pane */
-#define QVDLGSTR_PREVIEW_SHOW_EFFECT 8     /* tooltip: show or hide the effect */
-#define QVDLGSTR_PREVIEW_RESET_VIEW 9      /* tooltip: reset zoom, pan and split */
-#define QVDLGSTR_PREVIEW_OUT_OF_DATE 10    /* after pane text while Apply is pending */
-#define QVDLGSTR_PREVIEW_FAILED 32         /* after pane text when the effect failed; its %d is the code */
-#define QVDLGSTR_IMAGE_COLORS 22           /* color picker: title of the image-palette list */
-#define QVDLGSTR_DEFAULT_MODEL 23          /* color picker: the "( Default )" model menu entry */
-#define QVDLGSTR_PALETTE_LIST 146          /* palette editor: left list title */
-#define QVDLGSTR_EDIT_PALETTE_LIST 147     /* palette editor: right list title */
-#define QVDLGSTR_GRAY_BLUE 457             /* gray scale: "Blue:" label (455 red, 456 green) */
-#define QVDLGSTR_BALANCE_TITLE 460         /* balance colors: title */
-#define QVDLGSTR_BALANCE_RED_GROUP 461     /* "&Red Weights:" */
-#define QVDLGSTR_BALANCE_GREEN_GROUP 462   /* "&Green Weights:" */
-#define QVDLGSTR_BALANCE_BLUE_GROUP 463    /* "&Blue Weights:" */
-#define QVDLGSTR_BALANCE_RED 464           /* "Red:" in each group */
-#define QVDLGSTR_BALANCE_GREEN 465         /* "Green:" */
-#define QVDLGSTR_BALANCE_BLUE 466          /* "Blue:" */
-#define QVDLGSTR_CURVE_POS_X 556           /* curve dialogs: pointer read-out format "X: %d" */
-#define QVDLGSTR_CURVE_POS_Y 557           /* curve dialogs: pointer read-out format "Y: %d" */
+#define QVDLGSTR_PREVIEW_ZOOM_NORMAL 5    /* tooltip: zoom the preview to its actual size */
+#define QVDLGSTR_PREVIEW_ZOOM_FIT 6       /* tooltip: fit the preview to its pane */
+#define QVDLGSTR_PREVIEW_SPLIT 7          /* tooltip: before and after in one split pane */
+#define QVDLGSTR_PREVIEW_SHOW_EFFECT 8    /* tooltip: show or hide the effect */
+#define QVDLGSTR_PREVIEW_RESET_VIEW 9     /* tooltip: reset zoom, pan and split */
+#define QVDLGSTR_PREVIEW_OUT_OF_DATE 10   /* after pane text while Apply is pending */
+#define QVDLGSTR_PREVIEW_FAILED 32        /* after pane text when the effect failed; its %d is the code */
+#define QVDLGSTR_IMAGE_COLORS 22          /* color picker: title of the image-palette list */
+#define QVDLGSTR_DEFAULT_MODEL 23         /* color picker: the "( Default )" model menu entry */
+#define QVDLGSTR_PALETTE_LIST 146         /* palette editor: left list title */
+#define QVDLGSTR_EDIT_PALETTE_LIST 147    /* palette editor: right list title */
+#define QVDLGSTR_GRAY_BLUE 457            /* gray scale: "Blue:" label (455 red, 456 green) */
+#define QVDLGSTR_BALANCE_TITLE 460        /* balance colors: title */
+#define QVDLGSTR_BALANCE_RED_GROUP 461    /* "&Red Weights:" */
+#define QVDLGSTR_BALANCE_GREEN_GROUP 462  /* "&Green Weights:" */
+#define QVDLGSTR_BALANCE_BLUE_GROUP 463   /* "&Blue Weights:" */
+#define QVDLGSTR_BALANCE_RED 464          /* "Red:" in each group */
+#define QVDLGSTR_BALANCE_GREEN 465        /* "Green:" */
+#define QVDLGSTR_BALANCE_BLUE 466         /* "Blue:" */
+#define QVDLGSTR_CURVE_POS_X 556          /* curve dialogs: pointer read-out format "X: %d" */
+#define QVDLGSTR_CURVE_POS_Y 557          /* curve dialogs: pointer read-out format "Y: %d" */
 #define QVDLGSTR_HALFTONE_ADD 1244        /* halftone list buttons: add (7112) */
 #define QVDLGSTR_HALFTONE_REMOVE 1245     /* remove (7113) */
 #define QVDLGSTR_HALFTONE_ADD_ALL 1246    /* add all (7117) */
 #define QVDLGSTR_HALFTONE_REMOVE_ALL 1247 /* remove all (7116) */
-#define QVDLGSTR_COLORRES_TITLE 1251       /* color resolution: title */
-#define QVDLGSTR_COLORRES_BPP 1252         /* "&Bits per pixel:" */
-#define QVDLGSTR_COLORRES_DITHER 1253      /* "&Dithering:" */
-#define QVDLGSTR_COLORRES_PALETTE 1254     /* "&Palette:" */
-#define QVDLGSTR_COLORRES_ORDER 1255       /* "Byte &order:" */
-#define QVDLGSTR_COLORRES_OPEN 1256        /* "Open Palette &File..." */
-#define QVDLGSTR_WL_TITLE 1300             /* window level: title */
-#define QVDLGSTR_WL_HINT 1301              /* the hint line under the preview */
-#define QVDLGSTR_WL_CURVE_GROUP 1302       /* "LUT Curve:" */
-#define QVDLGSTR_WL_MODE 1303              /* "&Mode:" */
-#define QVDLGSTR_WL_FACTOR 1304            /* "&Factor:" */
-#define QVDLGSTR_WL_COLORS_GROUP 1305      /* "Colors:" */
-#define QVDLGSTR_WL_START_COLOR 1306       /* "&Start Color" */
-#define QVDLGSTR_WL_END_COLOR 1307         /* "&End Color" */
-#define QVDLGSTR_WL_WINDOW_GROUP 1308      /* "Window:" */
-#define QVDLGSTR_WL_CENTER 1309            /* "&Center:" */
-#define QVDLGSTR_WL_WIDTH 1310             /* "&Width:" */
-#define QVDLGSTR_WL_RANGE 1311             /* "&Range:" */
-#define QVDLGSTR_WL_LOW_LEVEL 1312         /* "Low Level:" */
-#define QVDLGSTR_WL_HIGH_LEVEL 1313        /* "High Level:" */
-#define QVDLGSTR_WL_MODE_LINEAR 1314       /* Mode entries, curve types 0x10 to 0x40 in order */
+#define QVDLGSTR_COLORRES_TITLE 1251      /* color resolution: title */
+#define QVDLGSTR_COLORRES_BPP 1252        /* "&Bits per pixel:" */
+#define QVDLGSTR_COLORRES_DITHER 1253     /* "&Dithering:" */
+#define QVDLGSTR_COLORRES_PALETTE 1254    /* "&Palette:" */
+#define QVDLGSTR_COLORRES_ORDER 1255      /* "Byte &order:" */
+#define QVDLGSTR_COLORRES_OPEN 1256       /* "Open Palette &File..." */
+#define QVDLGSTR_WL_TITLE 1300            /* window level: title */
+#define QVDLGSTR_WL_HINT 1301             /* the hint line under the preview */
+#define QVDLGSTR_WL_CURVE_GROUP 1302      /* "LUT Curve:" */
+#define QVDLGSTR_WL_MODE 1303             /* "&Mode:" */
+#define QVDLGSTR_WL_FACTOR 1304           /* "&Factor:" */
+#define QVDLGSTR_WL_COLORS_GROUP 1305     /* "Colors:" */
+#define QVDLGSTR_WL_START_COLOR 1306      /* "&Start Color" */
+#define QVDLGSTR_WL_END_COLOR 1307        /* "&End Color" */
+#define QVDLGSTR_WL_WINDOW_GROUP 1308     /* "Window:" */
+#define QVDLGSTR_WL_CENTER 1309           /* "&Center:" */
+#define QVDLGSTR_WL_WIDTH 1310            /* "&Width:" */
+#define QVDLGSTR_WL_RANGE 1311            /* "&Range:" */
+#define QVDLGSTR_WL_LOW_LEVEL 1312        /* "Low Level:" */
+#define QVDLGSTR_WL_HIGH_LEVEL 1313       /* "High Level:" */
+#define QVDLGSTR_WL_MODE_LINEAR 1314      /* Mode entries, curve types 0x10 to 0x40 in order */
 #define QVDLGSTR_WL_MODE_EXPONENTIAL 1315
 #define QVDLGSTR_WL_MODE_LOGARITHMIC 1316
 #define QVDLGSTR_WL_MODE_SIGMOID 1317
-#define QVDLGSTR_WL_RANGE_FULL 1318        /* Range entry: every value the bits can hold */
-#define QVDLGSTR_WL_RANGE_IMAGE 1319       /* Range entry: the values the image holds */
-#define QVDLGSTR_WL_STATUS_READY 1320      /* status pane before the first preview */
-#define QVDLGSTR_EDITINTERVAL_TITLE 1322   /* edit interval: title "Enter a number" */
-#define QVDLGSTR_EDITINTERVAL_VALUE 1323   /* edit interval: "&Value:" */
+#define QVDLGSTR_WL_RANGE_FULL 1318      /* Range entry: every value the bits can hold */
+#define QVDLGSTR_WL_RANGE_IMAGE 1319     /* Range entry: the values the image holds */
+#define QVDLGSTR_WL_STATUS_READY 1320    /* status pane before the first preview */
+#define QVDLGSTR_EDITINTERVAL_TITLE 1322 /* edit interval: title "Enter a number" */
+#define QVDLGSTR_EDITINTERVAL_VALUE 1323 /* edit interval: "&Value:" */
 
 #pragma pack(push, 1)
 /* RGB, each 0..255. */
@@ -223,7 +223,7 @@ QV_BEGIN_C
 int Q_DlgGetStringLen(unsigned int uId, unsigned int* puLen);
 int Q_DlgGetString(unsigned int uId, wchar_t* pBuf, unsigned int uBufLen);
 int Q_DlgSetString(unsigned int uId, const wchar_t* pszText);
-int Q_DlgSetLanguage(unsigned int uLanguage);   /* QV_DLGLANG_*; others are QV_ERROR_INVALID_PARAMETER */
+int Q_DlgSetLanguage(unsigned int uLanguage); /* QV_DLGLANG_*; others are QV_ERROR_INVALID_PARAMETER */
 int Q_DlgGetLanguage(unsigned int* puLanguage);
 
 /*

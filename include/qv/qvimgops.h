@@ -73,9 +73,9 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 #define QV_CHANNEL_BLUE 0x100u
 
 /* Q_LocalHistoEqualizeBitmap uColorSpace values, and its largest smoothing */
-#define QV_LHE_RGB 1u   /* red, green and blue each by its own histogram */
-#define QV_LHE_YUV 2u   /* the luminance Y; U and V kept */
-#define QV_LHE_GRAY 4u  /* the luminance, written to every channel */
+#define QV_LHE_RGB 1u  /* red, green and blue each by its own histogram */
+#define QV_LHE_YUV 2u  /* the luminance Y; U and V kept */
+#define QV_LHE_GRAY 4u /* the luminance, written to every channel */
 #define QV_LHE_MAX_SMOOTH 9u
 
 /* Q_RemapBitmapIntensity uChannel values */
@@ -91,18 +91,18 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 
 /* Q_WindowLevelFillLUT uFlags: a ramp kind, a curve, and the two modifiers. */
 #define QV_WLFILL_RAMP_MASK 0x000Fu
-#define QV_WLFILL_COLOR_RAMP 0x0001u   /* below low black, crStart..crEnd between, above high white */
-#define QV_WLFILL_GRAY_RAMP 0x0002u    /* below low crStart, black..white between, above high crEnd */
+#define QV_WLFILL_COLOR_RAMP 0x0001u /* below low black, crStart..crEnd between, above high white */
+#define QV_WLFILL_GRAY_RAMP 0x0002u  /* below low crStart, black..white between, above high crEnd */
 #define QV_WLFILL_CURVE_MASK 0x00F0u
 #define QV_WLFILL_LINEAR 0x0010u
 #define QV_WLFILL_EXPONENTIAL 0x0020u
 #define QV_WLFILL_LOGARITHMIC 0x0030u
 #define QV_WLFILL_SIGMOID 0x0040u
-#define QV_WLFILL_SIGNED 0x0100u       /* entry length + v holds the negative value v */
-#define QV_WLFILL_DICOM 0x1000u        /* window from the DICOM VOI linear function */
+#define QV_WLFILL_SIGNED 0x0100u /* entry length + v holds the negative value v */
+#define QV_WLFILL_DICOM 0x1000u  /* window from the DICOM VOI linear function */
 
 /* Q_WindowLevel uFlags */
-#define QV_WL_PAINT 0x0000u            /* attach the LUT for painting */
+#define QV_WL_PAINT 0x0000u             /* attach the LUT for painting */
 #define QV_WL_PAINT_AND_PROCESS 0x0001u /* the same; the LUT also travels with the bitmap into processing */
 
 /* Largest table any builder or window-level function takes. */
@@ -124,24 +124,24 @@ QV_STATIC_ASSERT(sizeof(QVBALANCINGRECORD) == 28, "QVBALANCINGRECORD is 28 bytes
 #define QV_COLORRES_ORDER_GRAY 0x0080u
 #define QV_COLORRES_DITHER_MASK 0xF0000u
 #define QV_COLORRES_NO_DITHERING 0x00000u
-#define QV_COLORRES_FLOYD_STEINBERG 0x10000u  /* 7 3 5 1 / 16 */
-#define QV_COLORRES_STUCKI 0x20000u           /* three rows, / 42 */
-#define QV_COLORRES_BURKES 0x30000u           /* two rows, / 32 */
-#define QV_COLORRES_SIERRA 0x40000u           /* three rows, / 32 */
-#define QV_COLORRES_STEVENSON_ARCE 0x50000u   /* four rows on a hexagonal lattice, / 200 */
-#define QV_COLORRES_JARVIS 0x60000u           /* Jarvis, Judice and Ninke: three rows, / 48 */
-#define QV_COLORRES_ORDERED 0x70000u          /* 8 x 8 Bayer matrix */
-#define QV_COLORRES_CLUSTERED 0x80000u        /* 8 x 8 clustered-dot screen at 45 degrees */
+#define QV_COLORRES_FLOYD_STEINBERG 0x10000u /* 7 3 5 1 / 16 */
+#define QV_COLORRES_STUCKI 0x20000u          /* three rows, / 42 */
+#define QV_COLORRES_BURKES 0x30000u          /* two rows, / 32 */
+#define QV_COLORRES_SIERRA 0x40000u          /* three rows, / 32 */
+#define QV_COLORRES_STEVENSON_ARCE 0x50000u  /* four rows on a hexagonal lattice, / 200 */
+#define QV_COLORRES_JARVIS 0x60000u          /* Jarvis, Judice and Ninke: three rows, / 48 */
+#define QV_COLORRES_ORDERED 0x70000u         /* 8 x 8 Bayer matrix */
+#define QV_COLORRES_CLUSTERED 0x80000u       /* 8 x 8 clustered-dot screen at 45 degrees */
 
 /* Q_HalfToneBitmap uType values */
-#define QV_HALFTONE_PRINT 0u        /* clustered round-to-square dots on a screen at the angle, 8-pixel cells */
-#define QV_HALFTONE_VIEW 1u         /* dispersed dots: a 16 x 16 Bayer screen sampled at the angle */
-#define QV_HALFTONE_SQUARE 2u       /* square dots in uDimension cells */
-#define QV_HALFTONE_ROUND 3u        /* round dots in uDimension cells */
-#define QV_HALFTONE_ELLIPTICAL 4u   /* elliptical dots in uDimension cells at the angle */
-#define QV_HALFTONE_RANDOM 5u       /* position-hashed (repeatable) noise, grain uDimension / 2 */
-#define QV_HALFTONE_LINES 6u        /* lines uDimension apart at the angle */
-#define QV_HALFTONE_USER 7u         /* uDimension^2 + 1 user patterns, darkest first */
+#define QV_HALFTONE_PRINT 0u      /* clustered round-to-square dots on a screen at the angle, 8-pixel cells */
+#define QV_HALFTONE_VIEW 1u       /* dispersed dots: a 16 x 16 Bayer screen sampled at the angle */
+#define QV_HALFTONE_SQUARE 2u     /* square dots in uDimension cells */
+#define QV_HALFTONE_ROUND 3u      /* round dots in uDimension cells */
+#define QV_HALFTONE_ELLIPTICAL 4u /* elliptical dots in uDimension cells at the angle */
+#define QV_HALFTONE_RANDOM 5u     /* position-hashed (repeatable) noise, grain uDimension / 2 */
+#define QV_HALFTONE_LINES 6u      /* lines uDimension apart at the angle */
+#define QV_HALFTONE_USER 7u       /* uDimension^2 + 1 user patterns, darkest first */
 #define QV_HALFTONE_MIN_DIMENSION 2u
 #define QV_HALFTONE_MAX_DIMENSION 100u
 #define QV_HALFTONE_MAX_ANGLE 36000
@@ -260,8 +260,8 @@ int Q_GammaCorrectBitmapSigned(BITMAPHANDLE* pBitmap, unsigned int uGamma, unsig
  * bit selects the gray channel, which takes the luminance of crIn or crOut.
  * Every format but signed gray.
  */
-int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh, COLORREF crIn,
-                            COLORREF crOut, unsigned int uChannel, unsigned int uFlags);
+int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh, COLORREF crIn, COLORREF crOut,
+                            unsigned int uChannel, unsigned int uFlags);
 
 /*
  * Local histogram equalization. The image (or the region's bounding
@@ -311,8 +311,8 @@ int Q_GrayScaleBitmapExt(BITMAPHANDLE* pBitmap, int nRed, int nGreen, int nBlue,
  * with fact_c the channel's gray weight -1000..1000. Color and indexed formats
  * only (a gray image cannot hold the tint).
  */
-int Q_ConvertToColoredGray(BITMAPHANDLE* pBitmap, int nRed, int nGreen, int nBlue, int nRedGray,
-                           int nGreenGray, int nBlueGray, unsigned int uFlags);
+int Q_ConvertToColoredGray(BITMAPHANDLE* pBitmap, int nRed, int nGreen, int nBlue, int nRedGray, int nGreenGray,
+                           int nBlueGray, unsigned int uFlags);
 
 /*
  * Channel mixing: new R = R * pRed->fToRed + G * pRed->fToGreen + B * pRed->fToBlue,
@@ -344,8 +344,7 @@ int Q_RemapBitmapIntensity(BITMAPHANDLE* pBitmap, const unsigned int* pTable, un
  * Signed gray is refused.
  */
 int Q_RemapBitmapHue(BITMAPHANDLE* pBitmap, const unsigned int* pMask, const unsigned int* pHue,
-                     const unsigned int* pSat, const unsigned int* pVal, unsigned int uLength,
-                     unsigned int uFlags);
+                     const unsigned int* pSat, const unsigned int* pVal, unsigned int uLength, unsigned int uFlags);
 
 /*
  * Fills pTable[0..uLength) with a smooth curve through the nCount (1..uLength)
@@ -382,9 +381,8 @@ int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLength, int n
  * bound the values of the source (checked, not otherwise used); nLowBit and
  * nHighBit describe the source samples for the caller and are not used to fill.
  */
-int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORREF crStart, COLORREF crEnd, int nLow,
-                         int nHigh, int nLowBit, int nHighBit, int nMinValue, int nMaxValue, int nFactor,
-                         unsigned int uFlags);
+int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORREF crStart, COLORREF crEnd, int nLow, int nHigh,
+                         int nLowBit, int nHighBit, int nMinValue, int nMaxValue, int nFactor, unsigned int uFlags);
 
 /*
  * Attaches a kernel-owned copy of pLUT (uLength 1..65536 entries) to a 12- or
@@ -404,8 +402,8 @@ int Q_WindowLevel(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUA
  * region is refused (QV_ERROR_UNSUPPORTED_FORMAT): its pixels outside the
  * region could not keep their format.
  */
-int Q_WindowLevelBitmap(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUAD* pLUT,
-                        unsigned int uLength, unsigned int uOrderDst, unsigned int uFlags);
+int Q_WindowLevelBitmap(BITMAPHANDLE* pBitmap, int nLowBit, int nHighBit, const RGBQUAD* pLUT, unsigned int uLength,
+                        unsigned int uOrderDst, unsigned int uFlags);
 
 /*
  * Converts pSrc to nBitsPerPixel (1 to 8, 12, 16, 24, 32, 48, 64) into *pDst,

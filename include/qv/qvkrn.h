@@ -14,9 +14,9 @@
 #include "qverror.h"
 
 /* BITMAPHANDLE.uFlags */
-#define QV_BMF_ALLOCATED 0x0001u   /* pData holds pixel memory owned by the kernel */
-#define QV_BMF_SIGNED 0x0200u      /* samples are two's-complement signed (12/16-bit gray) */
-#define QV_BMF_USELUT 0x0800u      /* painted through its window-level LUT (pLUT, uLUTLength) */
+#define QV_BMF_ALLOCATED 0x0001u /* pData holds pixel memory owned by the kernel */
+#define QV_BMF_SIGNED 0x0200u    /* samples are two's-complement signed (12/16-bit gray) */
+#define QV_BMF_USELUT 0x0800u    /* painted through its window-level LUT (pLUT, uLUTLength) */
 
 /* BITMAPHANDLE.uOrder */
 #define QV_ORDER_RGB 0u
@@ -24,7 +24,7 @@
 #define QV_ORDER_GRAY 2u
 
 /* BITMAPHANDLE.uRgnFlags */
-#define QV_RGN_SET 0x0001u         /* a region is set: rcRgn, and pRgnMask when not null */
+#define QV_RGN_SET 0x0001u /* a region is set: rcRgn, and pRgnMask when not null */
 
 #define QV_MAX_PALETTE_ENTRIES 256
 
@@ -32,10 +32,10 @@
 #define QV_MAX_BITMAP_SIDE 262144
 
 /* Q_IsGrayScaleBitmap results (not error codes: 0 is a valid answer) */
-#define QV_GRAY_NONE 0             /* not a gray image */
-#define QV_GRAY_ORDERED 1          /* gray samples, or a gray palette ordered dark to light */
-#define QV_GRAY_INVERSE 2          /* a gray palette ordered light to dark */
-#define QV_GRAY_NOT_ORDERED 3      /* a gray palette whose entries are not in order */
+#define QV_GRAY_NONE 0        /* not a gray image */
+#define QV_GRAY_ORDERED 1     /* gray samples, or a gray palette ordered dark to light */
+#define QV_GRAY_INVERSE 2     /* a gray palette ordered light to dark */
+#define QV_GRAY_NOT_ORDERED 3 /* a gray palette whose entries are not in order */
 
 /* Q_LoadBitmap: keep what the file holds */
 #define QV_LOAD_KEEP_BITS 0
@@ -55,38 +55,37 @@
  *   48, 64    three 16-bit samples in uOrder, 64 with alpha last
  */
 typedef struct tagBITMAPHANDLE {
-  uint32_t uStructSize;        /*    0  sizeof(BITMAPHANDLE) */
-  uint32_t uFlags;             /*    4  QV_BMF_* */
-  uint8_t* pData;              /*    8  pixel rows, owned by the kernel */
-  int32_t nWidth;              /*   16 */
-  int32_t nHeight;             /*   20 */
-  int32_t nBitsPerPixel;       /*   24  1, 2, 4, 8, 12, 16, 24, 32, 48, 64 */
-  int32_t nBytesPerLine;       /*   28  a multiple of 4 */
-  uint64_t uDataSize;          /*   32  bytes at pData (nBytesPerLine x nHeight) */
-  int32_t nColors;             /*   40  palette entries in use (indexed formats) */
-  int32_t nLowBit;             /*   44  lowest significant bit of gray samples */
-  int32_t nHighBit;            /*   48  highest significant bit of gray samples */
-  uint32_t uLUTLength;         /*   52  entries at pLUT */
-  RGBQUAD* pLUT;               /*   56  window-level LUT (a kernel-owned copy), or null */
-  int32_t nXResolution;        /*   64  dots per inch */
-  uint32_t uOrder;             /*   68  QV_ORDER_* */
-  int32_t nYResolution;        /*   72  dots per inch */
-  uint32_t uRgnFlags;          /*   76  QV_RGN_* */
-  RECT rcRgn;                  /*   80  region bounds in pixels, right and bottom exclusive */
-  uint8_t* pRgnMask;           /*   96  null: the whole of rcRgn; else one byte per pixel of rcRgn, nonzero inside */
-  int32_t nRgnMaskStride;      /*  104  bytes per mask row */
-  uint32_t uReserved;          /*  108 */
+  uint32_t uStructSize;   /*    0  sizeof(BITMAPHANDLE) */
+  uint32_t uFlags;        /*    4  QV_BMF_* */
+  uint8_t* pData;         /*    8  pixel rows, owned by the kernel */
+  int32_t nWidth;         /*   16 */
+  int32_t nHeight;        /*   20 */
+  int32_t nBitsPerPixel;  /*   24  1, 2, 4, 8, 12, 16, 24, 32, 48, 64 */
+  int32_t nBytesPerLine;  /*   28  a multiple of 4 */
+  uint64_t uDataSize;     /*   32  bytes at pData (nBytesPerLine x nHeight) */
+  int32_t nColors;        /*   40  palette entries in use (indexed formats) */
+  int32_t nLowBit;        /*   44  lowest significant bit of gray samples */
+  int32_t nHighBit;       /*   48  highest significant bit of gray samples */
+  uint32_t uLUTLength;    /*   52  entries at pLUT */
+  RGBQUAD* pLUT;          /*   56  window-level LUT (a kernel-owned copy), or null */
+  int32_t nXResolution;   /*   64  dots per inch */
+  uint32_t uOrder;        /*   68  QV_ORDER_* */
+  int32_t nYResolution;   /*   72  dots per inch */
+  uint32_t uRgnFlags;     /*   76  QV_RGN_* */
+  RECT rcRgn;             /*   80  region bounds in pixels, right and bottom exclusive */
+  uint8_t* pRgnMask;      /*   96  null: the whole of rcRgn; else one byte per pixel of rcRgn, nonzero inside */
+  int32_t nRgnMaskStride; /*  104  bytes per mask row */
+  uint32_t uReserved;     /*  108 */
   RGBQUAD Palette[QV_MAX_PALETTE_ENTRIES]; /* 112 */
-  uint8_t Reserved[16];        /* 1136 */
-} BITMAPHANDLE;                /* 1152 */
+  uint8_t Reserved[16];                    /* 1136 */
+} BITMAPHANDLE;                            /* 1152 */
 #pragma pack(pop)
 
 #ifdef __cplusplus
 #define QV_OFFSET_CHECK(field, off) \
   QV_STATIC_ASSERT(offsetof(BITMAPHANDLE, field) == off, "BITMAPHANDLE." #field " is at " #off)
 #else
-#define QV_OFFSET_CHECK(field, off) \
-  QV_STATIC_ASSERT(offsetof(BITMAPHANDLE, field) == off, "BITMAPHANDLE field offset")
+#define QV_OFFSET_CHECK(field, off) QV_STATIC_ASSERT(offsetof(BITMAPHANDLE, field) == off, "BITMAPHANDLE field offset")
 #endif
 QV_OFFSET_CHECK(uStructSize, 0);
 QV_OFFSET_CHECK(uFlags, 4);
@@ -169,8 +168,8 @@ int Q_IsGrayScaleBitmap(const BITMAPHANDLE* p, unsigned int uFlags);
  * (QV_ERROR_INVALID_PARAMETER). Rows are shared among the cores; progress and abort through the status
  * callback. Extra memory beyond the output: a few rows per core.
  */
-int Q_ReduceBitmapRegion(const BITMAPHANDLE* pSrc, const RECT* pRegion, int nWidth, int nHeight,
-                         BITMAPHANDLE* pDst, unsigned int uStructSize, unsigned int uFlags);
+int Q_ReduceBitmapRegion(const BITMAPHANDLE* pSrc, const RECT* pRegion, int nWidth, int nHeight, BITMAPHANDLE* pDst,
+                         unsigned int uStructSize, unsigned int uFlags);
 
 /*
  * Pixels. A colour (0x00BBGGRR) goes into every format by one rule: its 8-bit components scaled to the

@@ -34,11 +34,11 @@ struct ComponentRange {
 };
 
 const ComponentRange kComponentRanges[] = {
-    {QV_RANGE_HUE_MAX, 359},      {QV_RANGE_SATURATION_MAX, 100}, {QV_RANGE_BRIGHTNESS_MAX, 100},
+    {QV_RANGE_HUE_MAX, 359},       {QV_RANGE_SATURATION_MAX, 100}, {QV_RANGE_BRIGHTNESS_MAX, 100},
     {QV_RANGE_LIGHTNESS_MAX, 100}, {QV_RANGE_CYAN_MAX, 100},       {QV_RANGE_MAGENTA_MAX, 100},
-    {QV_RANGE_YELLOW_MAX, 100},   {QV_RANGE_BLACK_MAX, 100},      {QV_RANGE_L_MAX, 100},
-    {QV_RANGE_L_MIN, 0},          {QV_RANGE_A_MAX, 127},          {QV_RANGE_A_MIN, -128},
-    {QV_RANGE_B_MAX, 127},        {QV_RANGE_B_MIN, -128},
+    {QV_RANGE_YELLOW_MAX, 100},    {QV_RANGE_BLACK_MAX, 100},      {QV_RANGE_L_MAX, 100},
+    {QV_RANGE_L_MIN, 0},           {QV_RANGE_A_MAX, 127},          {QV_RANGE_A_MIN, -128},
+    {QV_RANGE_B_MAX, 127},         {QV_RANGE_B_MIN, -128},
 };
 
 const wchar_t* NameOf(COLORREF crColor) {

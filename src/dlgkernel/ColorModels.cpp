@@ -46,18 +46,44 @@ void HueToRgb(int hue, double& r, double& g, double& b) {
   const double h = hue / 60.0;
   const double x = 1.0 - std::fabs(std::fmod(h, 2.0) - 1.0);
   switch (static_cast<int>(h)) {
-    case 0: r = 1; g = x; b = 0; break;
-    case 1: r = x; g = 1; b = 0; break;
-    case 2: r = 0; g = 1; b = x; break;
-    case 3: r = 0; g = x; b = 1; break;
-    case 4: r = x; g = 0; b = 1; break;
-    default: r = 1; g = 0; b = x; break;
+    case 0:
+      r = 1;
+      g = x;
+      b = 0;
+      break;
+    case 1:
+      r = x;
+      g = 1;
+      b = 0;
+      break;
+    case 2:
+      r = 0;
+      g = 1;
+      b = x;
+      break;
+    case 3:
+      r = 0;
+      g = x;
+      b = 1;
+      break;
+    case 4:
+      r = x;
+      g = 0;
+      b = 1;
+      break;
+    default:
+      r = 1;
+      g = 0;
+      b = x;
+      break;
   }
 }
 
 }  // namespace
 
-bool IsValid(const QVRGB& c) { return InRange(c.nRed, 0, 255) && InRange(c.nGreen, 0, 255) && InRange(c.nBlue, 0, 255); }
+bool IsValid(const QVRGB& c) {
+  return InRange(c.nRed, 0, 255) && InRange(c.nGreen, 0, 255) && InRange(c.nBlue, 0, 255);
+}
 bool IsValid(const QVHSB& c) {
   return InRange(c.nHue, 0, kHueCount - 1) && InRange(c.nSaturation, 0, 100) && InRange(c.nBrightness, 0, 100);
 }

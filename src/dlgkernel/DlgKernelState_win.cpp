@@ -19,11 +19,9 @@ bool QueryNonClientMetrics(NONCLIENTMETRICSW& metrics) {
   if (user32) {
     auto forDpi = reinterpret_cast<SystemParametersInfoForDpiFn>(
         reinterpret_cast<void*>(GetProcAddress(user32, "SystemParametersInfoForDpi")));
-    auto systemDpi =
-        reinterpret_cast<GetDpiForSystemFn>(reinterpret_cast<void*>(GetProcAddress(user32, "GetDpiForSystem")));
-    if (forDpi && systemDpi &&
-        forDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, systemDpi()))
-      return true;
+    auto systemDpi = reinterpret_cast<GetDpiForSystemFn>(
+        reinterpret_cast<void*>(GetProcAddress(user32, "GetDpiForSystem")));
+    if (forDpi && systemDpi && forDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, systemDpi())) return true;
   }
   return SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0) != FALSE;
 }

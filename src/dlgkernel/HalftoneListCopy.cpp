@@ -48,8 +48,7 @@ int HalftoneListCopy::Create(const QVHALFTONELISTA* pSource, std::unique_ptr<Hal
 // strings are in place (the strings never move afterwards).
 void HalftoneListCopy::Link() {
   m_list.pEntries = m_entries.empty() ? nullptr : m_entries.data();
-  for (std::size_t i = 0; i < m_entries.size(); ++i)
-    m_entries[i].pszName = m_hasName[i] ? &m_names[i][0] : nullptr;
+  for (std::size_t i = 0; i < m_entries.size(); ++i) m_entries[i].pszName = m_hasName[i] ? &m_names[i][0] : nullptr;
 }
 
 }  // namespace qv

@@ -15,7 +15,7 @@ namespace {
 using Matrix = double[3][3];
 
 constexpr double kD50X = 0.9642, kD50Y = 1.0, kD50Z = 0.8249;
-constexpr double kLabEpsilon = 216.0 / 24389.0;  // (6/29)^3
+constexpr double kLabEpsilon = 216.0 / 24389.0;   // (6/29)^3
 constexpr double kLabKappaSlope = 841.0 / 108.0;  // (29/6)^2 / 3
 
 void Multiply(const Matrix a, const Matrix b, Matrix out) {
@@ -60,7 +60,9 @@ void BradfordAdaptation(const double srcWhite[3], const double dstWhite[3], Matr
   double srcCone[3], dstCone[3];
   Apply(bradford, srcWhite, srcCone);
   Apply(bradford, dstWhite, dstCone);
-  const Matrix scale = {{dstCone[0] / srcCone[0], 0, 0}, {0, dstCone[1] / srcCone[1], 0}, {0, 0, dstCone[2] / srcCone[2]}};
+  const Matrix scale = {{dstCone[0] / srcCone[0], 0, 0},
+                        {0, dstCone[1] / srcCone[1], 0},
+                        {0, 0, dstCone[2] / srcCone[2]}};
   Matrix tmp;
   Multiply(scale, bradford, tmp);
   Multiply(inverse, tmp, out);

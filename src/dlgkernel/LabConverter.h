@@ -18,7 +18,7 @@ class LabConverter {
   static const LabConverter& Instance();
 
   // Exact values, for the rounding of the records and for tests.
-  LabValue ToLab(double r, double g, double b) const;  // r, g, b in 0..1
+  LabValue ToLab(double r, double g, double b) const;                        // r, g, b in 0..1
   void FromLab(const LabValue& lab, double& r, double& g, double& b) const;  // unclipped
 
   QVLAB ToLab(const QVRGB& c) const;

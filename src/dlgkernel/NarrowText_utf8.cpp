@@ -19,11 +19,17 @@ std::size_t DecodeOne(const unsigned char* p, std::size_t left, std::uint32_t& c
     codePoint = lead;
     return 1;
   } else if ((lead & 0xE0) == 0xC0) {
-    length = 2; minimum = 0x80; codePoint = lead & 0x1F;
+    length = 2;
+    minimum = 0x80;
+    codePoint = lead & 0x1F;
   } else if ((lead & 0xF0) == 0xE0) {
-    length = 3; minimum = 0x800; codePoint = lead & 0x0F;
+    length = 3;
+    minimum = 0x800;
+    codePoint = lead & 0x0F;
   } else if ((lead & 0xF8) == 0xF0) {
-    length = 4; minimum = 0x10000; codePoint = lead & 0x07;
+    length = 4;
+    minimum = 0x10000;
+    codePoint = lead & 0x07;
   } else {
     return 0;
   }

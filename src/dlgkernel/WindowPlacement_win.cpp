@@ -33,12 +33,14 @@ POINT CentredPosition(HWND hWnd, LONG width, LONG height) {
   if (!owner) owner = GetParent(hWnd);
   RECT frame{};
   if (owner && IsWindowVisible(owner) && !IsIconic(owner) && GetWindowRect(owner, &frame)) {
-    return POINT{frame.left + (frame.right - frame.left - width) / 2, frame.top + (frame.bottom - frame.top - height) / 2};
+    return POINT{frame.left + (frame.right - frame.left - width) / 2,
+                 frame.top + (frame.bottom - frame.top - height) / 2};
   }
   MONITORINFO info{};
   info.cbSize = sizeof(info);
   if (GetMonitorInfoW(MonitorFromWindow(hWnd, MONITOR_DEFAULTTONEAREST), &info)) frame = info.rcWork;
-  return POINT{frame.left + (frame.right - frame.left - width) / 2, frame.top + (frame.bottom - frame.top - height) / 2};
+  return POINT{frame.left + (frame.right - frame.left - width) / 2,
+               frame.top + (frame.bottom - frame.top - height) / 2};
 }
 
 }  // namespace

@@ -13,9 +13,9 @@
 namespace qv {
 
 // Allocates pixel memory that CheckBitmap will accept (a live, registered kernel allocation), zero-filled.
-uint8_t* AllocatePixels(size_t bytes);   // null on failure
-bool FreePixels(uint8_t* p);             // false when p is not a live kernel allocation
-size_t AllocationSize(const void* p);    // 0 when p is not a live kernel allocation
+uint8_t* AllocatePixels(size_t bytes);  // null on failure
+bool FreePixels(uint8_t* p);            // false when p is not a live kernel allocation
+size_t AllocationSize(const void* p);   // 0 when p is not a live kernel allocation
 
 // Releases everything the descriptor owns (pixels, LUT, mask) and clears the fields that referred to it.
 // The descriptor must already have passed CheckDescriptor.

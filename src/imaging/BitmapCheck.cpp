@@ -27,8 +27,7 @@ int CheckRowsFit(const BITMAPHANDLE& b) {
 
 int CheckPalette(const BITMAPHANDLE& b, const PixelFormat& f) {
   if (b.nColors < 0 || b.nColors > QV_MAX_PALETTE_ENTRIES) return QV_ERROR_INVALID_PARAMETER;
-  if (f.IsIndexed() && b.nColors > (1 << (f.bitsPerPixel > 8 ? 8 : f.bitsPerPixel)))
-    return QV_ERROR_INVALID_PARAMETER;
+  if (f.IsIndexed() && b.nColors > (1 << (f.bitsPerPixel > 8 ? 8 : f.bitsPerPixel))) return QV_ERROR_INVALID_PARAMETER;
   return QV_SUCCESS;
 }
 
@@ -42,8 +41,7 @@ int CheckLut(const BITMAPHANDLE& b) {
 int CheckRegion(const BITMAPHANDLE& b) {
   if (!(b.uRgnFlags & QV_RGN_SET)) return QV_SUCCESS;
   const RECT& r = b.rcRgn;
-  if (r.left < 0 || r.top < 0 || r.right > b.nWidth || r.bottom > b.nHeight || r.left >= r.right ||
-      r.top >= r.bottom)
+  if (r.left < 0 || r.top < 0 || r.right > b.nWidth || r.bottom > b.nHeight || r.left >= r.right || r.top >= r.bottom)
     return QV_ERROR_BAD_REGION;
   if (!b.pRgnMask) return QV_SUCCESS;
   const int w = r.right - r.left;

@@ -15,9 +15,7 @@ using namespace qv;
 
 namespace {
 
-uint32_t DefaultOrder(int bitsPerPixel) {
-  return bitsPerPixel <= 16 ? QV_ORDER_GRAY : QV_ORDER_BGR;
-}
+uint32_t DefaultOrder(int bitsPerPixel) { return bitsPerPixel <= 16 ? QV_ORDER_GRAY : QV_ORDER_BGR; }
 
 int AllocateDescriptor(BITMAPHANDLE* p) {
   if ((p->uFlags & QV_BMF_ALLOCATED) && AllocationSize(p->pData) != 0) return QV_ERROR_INVALID_PARAMETER;
@@ -45,14 +43,14 @@ int GrayTest(const BITMAPHANDLE& b) {
 
 }  // namespace
 
-QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
-                             int nBitsPerPixel, unsigned int uFlags) {
+QV_EXTERN_C int Q_InitBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight, int nBitsPerPixel,
+                             unsigned int uFlags) {
   return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);
     if (rc != QV_SUCCESS) return rc;
-    return DescribeNewBitmap(nWidth, nHeight, nBitsPerPixel, DefaultOrder(nBitsPerPixel),
-                             (uFlags & QV_BMF_SIGNED) != 0, p);
+    return DescribeNewBitmap(nWidth, nHeight, nBitsPerPixel, DefaultOrder(nBitsPerPixel), (uFlags & QV_BMF_SIGNED) != 0,
+                             p);
   });
 }
 
@@ -64,9 +62,8 @@ QV_EXTERN_C int Q_AllocateBitmap(BITMAPHANDLE* p, unsigned int uMemFlags) {
   });
 }
 
-QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight,
-                               int nBitsPerPixel, unsigned int uOrder, const RGBQUAD* pPalette, int nColors,
-                               unsigned int uFlags) {
+QV_EXTERN_C int Q_CreateBitmap(BITMAPHANDLE* p, unsigned int uStructSize, int nWidth, int nHeight, int nBitsPerPixel,
+                               unsigned int uOrder, const RGBQUAD* pPalette, int nColors, unsigned int uFlags) {
   return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckNewDescriptor(p, uStructSize);
     if (rc == QV_SUCCESS) rc = CheckFlags(uFlags, QV_BMF_SIGNED);

@@ -28,15 +28,14 @@ int ReadGdiPalette(HPALETTE palette, unsigned colors, std::vector<RGBQUAD>* out)
 }  // namespace
 
 extern "C" int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
-                                unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette,
-                                unsigned int uColors, pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
+                                unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette, unsigned int uColors,
+                                pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
   using namespace qv::ops;
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckColorResArguments(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags);
     if (rc != QV_SUCCESS) return rc;
     if (!hPalette || (uFlags & QV_COLORRES_PALETTE_MASK) != QV_COLORRES_USER_PALETTE)
-      return ColorResBitmap(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags, pPalette, uColors, pfnCallback,
-                            pUserData);
+      return ColorResBitmap(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags, pPalette, uColors, pfnCallback, pUserData);
     std::vector<RGBQUAD> table;
     rc = ReadGdiPalette(hPalette, uColors, &table);
     if (rc != QV_SUCCESS) return rc;

@@ -18,7 +18,7 @@ namespace {
 constexpr uint32_t kOne = 65536;  // weights of one destination pixel sum to this
 
 struct Tap {
-  int32_t index;   // source index relative to the start of the source range
+  int32_t index;  // source index relative to the start of the source range
   uint32_t weight;
 };
 

@@ -14,10 +14,10 @@
 namespace qv {
 
 struct DisplayRequest {
-  RECT source;       // inside the bitmap, not empty
-  int destWidth;     // > 0
-  int destHeight;    // > 0
-  RECT visible;      // the part of [0, destWidth) x [0, destHeight) to compute, not empty
+  RECT source;     // inside the bitmap, not empty
+  int destWidth;   // > 0
+  int destHeight;  // > 0
+  RECT visible;    // the part of [0, destWidth) x [0, destHeight) to compute, not empty
 };
 
 // Fills out (visible width x visible height words, row after row, top-down, 0x00RRGGBB) for a checked bitmap.

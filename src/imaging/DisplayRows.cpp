@@ -90,16 +90,20 @@ void DisplayRows::Convert(int y, int x0, int x1, uint32_t* out) const {
         for (int x = x0; x < x1; ++x) *out++ = Gray(row[x]);
       }
       return;
-    case PixelKind::Gray12: case PixelKind::Gray16:
+    case PixelKind::Gray12:
+    case PixelKind::Gray16:
       for (int x = x0; x < x1; ++x) *out++ = m_grayTable[row[2 * x] | (row[2 * x + 1] << 8)];
       return;
-    case PixelKind::Color24: case PixelKind::Color32: {
+    case PixelKind::Color24:
+    case PixelKind::Color32: {
       const int n = m_format.channels, ri = m_format.bgr ? 2 : 0, bi = m_format.bgr ? 0 : 2;
       const uint8_t* p = row + static_cast<size_t>(x0) * n;
       for (int x = x0; x < x1; ++x, p += n) *out++ = (uint32_t{p[ri]} << 16) | (uint32_t{p[1]} << 8) | p[bi];
       return;
     }
-    case PixelKind::Indexed1: case PixelKind::Indexed2: case PixelKind::Indexed4: {
+    case PixelKind::Indexed1:
+    case PixelKind::Indexed2:
+    case PixelKind::Indexed4: {
       const int bpp = m_format.bitsPerPixel, perByte = 8 / bpp, mask = (1 << bpp) - 1;
       for (int x = x0; x < x1; ++x) {
         const int shift = 8 - bpp * (x % perByte + 1);

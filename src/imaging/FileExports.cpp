@@ -80,8 +80,7 @@ QV_EXTERN_C int Q_LoadBitmap(const wchar_t* pszPath, BITMAPHANDLE* p, unsigned i
   });
 }
 
-QV_EXTERN_C int Q_SaveBitmap(const wchar_t* pszPath, const BITMAPHANDLE* p, unsigned int uFormat,
-                             unsigned int uFlags) {
+QV_EXTERN_C int Q_SaveBitmap(const wchar_t* pszPath, const BITMAPHANDLE* p, unsigned int uFormat, unsigned int uFlags) {
   return Guarded(QV_ERROR_PLATFORM, [&] {
     if (!IsValidPath(pszPath)) return QV_ERROR_INVALID_PARAMETER;
     int rc = CheckBitmap(p, Access::Read);

@@ -60,7 +60,9 @@ std::string ToUtf8(const wchar_t* w) {
 
 }  // namespace
 
-std::vector<uint8_t> InterleaveSamples8(const BITMAPHANDLE& b, int channels) { return Interleave<uint8_t>(b, channels); }
+std::vector<uint8_t> InterleaveSamples8(const BITMAPHANDLE& b, int channels) {
+  return Interleave<uint8_t>(b, channels);
+}
 
 std::vector<uint16_t> InterleaveSamples16(const BITMAPHANDLE& b, int channels) {
   return Interleave<uint16_t>(b, channels);
@@ -96,7 +98,8 @@ int EncodeOwnTiff(const BITMAPHANDLE& b, std::vector<uint8_t>* out) {
 bool HasImageSignature(const uint8_t* d, size_t n) {
   if (n < 2) return false;
   if (n >= 4 && d[0] == 0x89 && d[1] == 'P' && d[2] == 'N' && d[3] == 'G') return true;
-  if (n >= 4 && ((d[0] == 'I' && d[1] == 'I' && d[2] == 42 && d[3] == 0) || (d[0] == 'M' && d[1] == 'M' && d[2] == 0 && d[3] == 42)))
+  if (n >= 4 && ((d[0] == 'I' && d[1] == 'I' && d[2] == 42 && d[3] == 0) ||
+                 (d[0] == 'M' && d[1] == 'M' && d[2] == 0 && d[3] == 42)))
     return true;
   if (n >= 4 && d[0] == 'G' && d[1] == 'I' && d[2] == 'F' && d[3] == '8') return true;
   if (d[0] == 'B' && d[1] == 'M') return true;

@@ -97,8 +97,9 @@ int DecodeBytes(const std::vector<uint8_t>& d, BITMAPHANDLE* out) {
   const bool wide = stbi_is_16_bit_from_memory(d.data(), len) != 0;
   const int want = comp == 2 ? 1 : comp;  // gray with alpha keeps its gray only
   int rw = 0, rh = 0, rc = 0;
-  std::unique_ptr<void, StbFree> pixels(wide ? static_cast<void*>(stbi_load_16_from_memory(d.data(), len, &rw, &rh, &rc, want))
-                                             : static_cast<void*>(stbi_load_from_memory(d.data(), len, &rw, &rh, &rc, want)));
+  std::unique_ptr<void, StbFree> pixels(
+      wide ? static_cast<void*>(stbi_load_16_from_memory(d.data(), len, &rw, &rh, &rc, want))
+           : static_cast<void*>(stbi_load_from_memory(d.data(), len, &rw, &rh, &rc, want)));
   if (!pixels || rw != w || rh != h) return QV_ERROR_FILE_CORRUPT;
   const int bits = (want == 1 ? 8 : want * 8) * (wide ? 2 : 1);
   const uint32_t order = want == 1 ? QV_ORDER_GRAY : (wide ? QV_ORDER_RGB : QV_ORDER_BGR);
@@ -146,22 +147,21 @@ int Encode(const BITMAPHANDLE& b, unsigned int format, std::vector<uint8_t>* out
       if (wide) return EncodeOwnPng16(b, out);
       return stbi_write_png_to_func(AppendBytes, out, w, h, channels, InterleaveSamples8(b, channels).data(),
                                     w * channels)
-                 ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
+                 ? QV_SUCCESS
+                 : QV_ERROR_FILE_WRITE;
     case QV_FILE_BMP:
       return stbi_write_bmp_to_func(AppendBytes, out, w, h, channels, InterleaveSamples8(b, channels).data())
-                 ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
+                 ? QV_SUCCESS
+                 : QV_ERROR_FILE_WRITE;
     case QV_FILE_JPEG: {
       const int c = channels == 4 ? 3 : channels;
       return stbi_write_jpg_to_func(AppendBytes, out, w, h, c, InterleaveSamples8(b, c).data(), 90)
-                 ? QV_SUCCESS : QV_ERROR_FILE_WRITE;
+                 ? QV_SUCCESS
+                 : QV_ERROR_FILE_WRITE;
     }
-    case QV_FILE_TIFF:
-      return EncodeOwnTiff(b, out);
-    case QV_FILE_PNM:
-      *out = EncodePnm(b, channels == 4 ? 3 : channels, wide);
-      return QV_SUCCESS;
-    default:
-      return QV_ERROR_FILE_FORMAT;
+    case QV_FILE_TIFF: return EncodeOwnTiff(b, out);
+    case QV_FILE_PNM: *out = EncodePnm(b, channels == 4 ? 3 : channels, wide); return QV_SUCCESS;
+    default: return QV_ERROR_FILE_FORMAT;
   }
 }
 

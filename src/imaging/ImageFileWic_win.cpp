@@ -32,13 +32,13 @@ struct KeptFormat {
 
 // Pixel formats copied as they are.
 const KeptFormat kKeptFormats[] = {
-    {&GUID_WICPixelFormat8bppGray, 8, QV_ORDER_GRAY},     {&GUID_WICPixelFormat16bppGray, 16, QV_ORDER_GRAY},
-    {&GUID_WICPixelFormat24bppBGR, 24, QV_ORDER_BGR},     {&GUID_WICPixelFormat24bppRGB, 24, QV_ORDER_RGB},
-    {&GUID_WICPixelFormat32bppBGRA, 32, QV_ORDER_BGR},    {&GUID_WICPixelFormat32bppRGBA, 32, QV_ORDER_RGB},
-    {&GUID_WICPixelFormat48bppRGB, 48, QV_ORDER_RGB},     {&GUID_WICPixelFormat48bppBGR, 48, QV_ORDER_BGR},
-    {&GUID_WICPixelFormat64bppRGBA, 64, QV_ORDER_RGB},    {&GUID_WICPixelFormat64bppBGRA, 64, QV_ORDER_BGR},
-    {&GUID_WICPixelFormat16bppBGR565, 16, QV_ORDER_BGR},  {&GUID_WICPixelFormat1bppIndexed, 1, QV_ORDER_BGR},
-    {&GUID_WICPixelFormat2bppIndexed, 2, QV_ORDER_BGR},   {&GUID_WICPixelFormat4bppIndexed, 4, QV_ORDER_BGR},
+    {&GUID_WICPixelFormat8bppGray, 8, QV_ORDER_GRAY},    {&GUID_WICPixelFormat16bppGray, 16, QV_ORDER_GRAY},
+    {&GUID_WICPixelFormat24bppBGR, 24, QV_ORDER_BGR},    {&GUID_WICPixelFormat24bppRGB, 24, QV_ORDER_RGB},
+    {&GUID_WICPixelFormat32bppBGRA, 32, QV_ORDER_BGR},   {&GUID_WICPixelFormat32bppRGBA, 32, QV_ORDER_RGB},
+    {&GUID_WICPixelFormat48bppRGB, 48, QV_ORDER_RGB},    {&GUID_WICPixelFormat48bppBGR, 48, QV_ORDER_BGR},
+    {&GUID_WICPixelFormat64bppRGBA, 64, QV_ORDER_RGB},   {&GUID_WICPixelFormat64bppBGRA, 64, QV_ORDER_BGR},
+    {&GUID_WICPixelFormat16bppBGR565, 16, QV_ORDER_BGR}, {&GUID_WICPixelFormat1bppIndexed, 1, QV_ORDER_BGR},
+    {&GUID_WICPixelFormat2bppIndexed, 2, QV_ORDER_BGR},  {&GUID_WICPixelFormat4bppIndexed, 4, QV_ORDER_BGR},
     {&GUID_WICPixelFormat8bppIndexed, 8, QV_ORDER_BGR},
 };
 
@@ -75,8 +75,8 @@ const GUID& ConversionTarget(IWICImagingFactory* factory, const GUID& g) {
   UINT bpp = 0, channels = 0;
   if (SUCCEEDED(factory->CreateComponentInfo(g, info.Put())) &&
       SUCCEEDED(info->QueryInterface(IID_IWICPixelFormatInfo, reinterpret_cast<void**>(pixelInfo.Put()))) &&
-      SUCCEEDED(pixelInfo->GetBitsPerPixel(&bpp)) && SUCCEEDED(pixelInfo->GetChannelCount(&channels)) &&
-      channels > 0 && bpp / channels > 8)
+      SUCCEEDED(pixelInfo->GetBitsPerPixel(&bpp)) && SUCCEEDED(pixelInfo->GetChannelCount(&channels)) && channels > 0 &&
+      bpp / channels > 8)
     return GUID_WICPixelFormat64bppRGBA;
   return GUID_WICPixelFormat32bppBGRA;
 }

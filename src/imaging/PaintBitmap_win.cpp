@@ -55,8 +55,8 @@ int Paint(HDC hdc, const BITMAPHANDLE& b, const RECT& src, const RECT& dst) {
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
-  const int lines = SetDIBitsToDevice(hdc, visible.left, visible.top, static_cast<DWORD>(vw), static_cast<DWORD>(vh),
-                                      0, 0, 0, static_cast<UINT>(vh), pixels.data(), &info, DIB_RGB_COLORS);
+  const int lines = SetDIBitsToDevice(hdc, visible.left, visible.top, static_cast<DWORD>(vw), static_cast<DWORD>(vh), 0,
+                                      0, 0, static_cast<UINT>(vh), pixels.data(), &info, DIB_RGB_COLORS);
   return lines > 0 ? QV_SUCCESS : QV_ERROR_PLATFORM;
 }
 

@@ -21,7 +21,9 @@ inline void Store16(uint8_t* p, uint32_t v) {
 }
 inline uint16_t Widen(uint32_t v8) { return static_cast<uint16_t>(v8 * 257); }
 inline uint8_t Narrow(uint32_t v16) { return static_cast<uint8_t>((v16 * 255 + 32767) / 65535); }
-inline uint16_t Scale12To16(uint32_t v) { return static_cast<uint16_t>((std::min<uint32_t>(v, 4095) * 65535 + 2047) / 4095); }
+inline uint16_t Scale12To16(uint32_t v) {
+  return static_cast<uint16_t>((std::min<uint32_t>(v, 4095) * 65535 + 2047) / 4095);
+}
 inline uint32_t Scale16To12(uint32_t v) { return (v * 4095 + 32767) / 65535; }
 
 int PaletteSize(const BITMAPHANDLE& b, const PixelFormat& f) {
@@ -128,35 +130,53 @@ inline uint16_t Pack565(uint32_t r, uint32_t g, uint32_t blue, bool bgr) {
 // shortcuts where the data already is 8 bits.
 inline void ReadPixel16(const BITMAPHANDLE& b, const PixelFormat& f, const uint8_t* row, int x, uint16_t* o) {
   switch (f.kind) {
-    case PixelKind::Indexed1: case PixelKind::Indexed2: case PixelKind::Indexed4: case PixelKind::Indexed8: {
+    case PixelKind::Indexed1:
+    case PixelKind::Indexed2:
+    case PixelKind::Indexed4:
+    case PixelKind::Indexed8: {
       const RGBQUAD& c = b.Palette[IndexAt(row, f, x)];
-      o[0] = Widen(c.rgbRed); o[1] = Widen(c.rgbGreen); o[2] = Widen(c.rgbBlue); o[3] = 65535;
+      o[0] = Widen(c.rgbRed);
+      o[1] = Widen(c.rgbGreen);
+      o[2] = Widen(c.rgbBlue);
+      o[3] = 65535;
       break;
     }
     case PixelKind::Gray8:
-      o[0] = o[1] = o[2] = Widen(row[x]); o[3] = 65535;
+      o[0] = o[1] = o[2] = Widen(row[x]);
+      o[3] = 65535;
       break;
     case PixelKind::Gray12:
-      o[0] = o[1] = o[2] = Scale12To16(UnsignedGray(row, f, x)); o[3] = 65535;
+      o[0] = o[1] = o[2] = Scale12To16(UnsignedGray(row, f, x));
+      o[3] = 65535;
       break;
     case PixelKind::Gray16:
-      o[0] = o[1] = o[2] = static_cast<uint16_t>(UnsignedGray(row, f, x)); o[3] = 65535;
+      o[0] = o[1] = o[2] = static_cast<uint16_t>(UnsignedGray(row, f, x));
+      o[3] = 65535;
       break;
     case PixelKind::Rgb565: {
       uint32_t r, g, bl;
       Unpack565(Load16(row + 2 * x), f.bgr, &r, &g, &bl);
-      o[0] = Widen(r); o[1] = Widen(g); o[2] = Widen(bl); o[3] = 65535;
+      o[0] = Widen(r);
+      o[1] = Widen(g);
+      o[2] = Widen(bl);
+      o[3] = 65535;
       break;
     }
-    case PixelKind::Color24: case PixelKind::Color32: {
+    case PixelKind::Color24:
+    case PixelKind::Color32: {
       const uint8_t* p = row + static_cast<size_t>(x) * f.channels;
-      o[0] = Widen(f.bgr ? p[2] : p[0]); o[1] = Widen(p[1]); o[2] = Widen(f.bgr ? p[0] : p[2]);
+      o[0] = Widen(f.bgr ? p[2] : p[0]);
+      o[1] = Widen(p[1]);
+      o[2] = Widen(f.bgr ? p[0] : p[2]);
       o[3] = f.channels == 4 ? Widen(p[3]) : 65535;
       break;
     }
-    case PixelKind::Color48: case PixelKind::Color64: {
+    case PixelKind::Color48:
+    case PixelKind::Color64: {
       const uint8_t* p = row + static_cast<size_t>(x) * f.channels * 2;
-      o[0] = Load16(f.bgr ? p + 4 : p); o[1] = Load16(p + 2); o[2] = Load16(f.bgr ? p : p + 4);
+      o[0] = Load16(f.bgr ? p + 4 : p);
+      o[1] = Load16(p + 2);
+      o[2] = Load16(f.bgr ? p : p + 4);
       o[3] = f.channels == 4 ? Load16(p + 6) : 65535;
       break;
     }
@@ -198,20 +218,33 @@ void ReadRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, i
 void ReadRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, uint8_t* out) {
   const uint8_t* row = RowPtr(b, y);
   switch (f.kind) {
-    case PixelKind::Indexed1: case PixelKind::Indexed2: case PixelKind::Indexed4: case PixelKind::Indexed8:
+    case PixelKind::Indexed1:
+    case PixelKind::Indexed2:
+    case PixelKind::Indexed4:
+    case PixelKind::Indexed8:
       for (int x = x0; x < x1; ++x, out += 4) {
         const RGBQUAD& c = b.Palette[IndexAt(row, f, x)];
-        out[0] = c.rgbRed; out[1] = c.rgbGreen; out[2] = c.rgbBlue; out[3] = 255;
+        out[0] = c.rgbRed;
+        out[1] = c.rgbGreen;
+        out[2] = c.rgbBlue;
+        out[3] = 255;
       }
       return;
     case PixelKind::Gray8:
-      for (int x = x0; x < x1; ++x, out += 4) { out[0] = out[1] = out[2] = row[x]; out[3] = 255; }
+      for (int x = x0; x < x1; ++x, out += 4) {
+        out[0] = out[1] = out[2] = row[x];
+        out[3] = 255;
+      }
       return;
-    case PixelKind::Color24: case PixelKind::Color32: {
+    case PixelKind::Color24:
+    case PixelKind::Color32: {
       const int n = f.channels, ri = f.bgr ? 2 : 0, bi = f.bgr ? 0 : 2;
       for (int x = x0; x < x1; ++x, out += 4) {
         const uint8_t* p = row + static_cast<size_t>(x) * n;
-        out[0] = p[ri]; out[1] = p[1]; out[2] = p[bi]; out[3] = n == 4 ? p[3] : 255;
+        out[0] = p[ri];
+        out[1] = p[1];
+        out[2] = p[bi];
+        out[3] = n == 4 ? p[3] : 255;
       }
       return;
     }
@@ -219,7 +252,10 @@ void ReadRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, in
       uint16_t px[4] = {0, 0, 0, 0};
       for (int x = x0; x < x1; ++x, out += 4) {
         ReadPixel16(b, f, row, x, px);
-        out[0] = Narrow(px[0]); out[1] = Narrow(px[1]); out[2] = Narrow(px[2]); out[3] = Narrow(px[3]);
+        out[0] = Narrow(px[0]);
+        out[1] = Narrow(px[1]);
+        out[2] = Narrow(px[2]);
+        out[3] = Narrow(px[3]);
       }
     }
   }
@@ -228,7 +264,10 @@ void ReadRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, in
 void WriteRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, int x1, const uint16_t* in) {
   uint8_t* row = RowPtr(b, y);
   switch (f.kind) {
-    case PixelKind::Indexed1: case PixelKind::Indexed2: case PixelKind::Indexed4: case PixelKind::Indexed8: {
+    case PixelKind::Indexed1:
+    case PixelKind::Indexed2:
+    case PixelKind::Indexed4:
+    case PixelKind::Indexed8: {
       NearestEntry nearest(b, PaletteSize(b, f));
       for (int x = x0; x < x1; ++x, in += 4)
         StoreIndex(row, f, x, nearest.Find(Narrow(in[0]), Narrow(in[1]), Narrow(in[2])));
@@ -247,20 +286,26 @@ void WriteRowRgba16(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, 
       for (int x = x0; x < x1; ++x, in += 4)
         Store16(row + 2 * x, Pack565(Narrow(in[0]), Narrow(in[1]), Narrow(in[2]), f.bgr));
       return;
-    case PixelKind::Color24: case PixelKind::Color32: {
+    case PixelKind::Color24:
+    case PixelKind::Color32: {
       const int n = f.channels, ri = f.bgr ? 2 : 0, bi = f.bgr ? 0 : 2;
       for (int x = x0; x < x1; ++x, in += 4) {
         uint8_t* p = row + static_cast<size_t>(x) * n;
-        p[ri] = Narrow(in[0]); p[1] = Narrow(in[1]); p[bi] = Narrow(in[2]);
+        p[ri] = Narrow(in[0]);
+        p[1] = Narrow(in[1]);
+        p[bi] = Narrow(in[2]);
         if (n == 4) p[3] = Narrow(in[3]);
       }
       return;
     }
-    case PixelKind::Color48: case PixelKind::Color64: {
+    case PixelKind::Color48:
+    case PixelKind::Color64: {
       const int n = f.channels, ri = f.bgr ? 4 : 0, bi = f.bgr ? 0 : 4;
       for (int x = x0; x < x1; ++x, in += 4) {
         uint8_t* p = row + static_cast<size_t>(x) * n * 2;
-        Store16(p + ri, in[0]); Store16(p + 2, in[1]); Store16(p + bi, in[2]);
+        Store16(p + ri, in[0]);
+        Store16(p + 2, in[1]);
+        Store16(p + bi, in[2]);
         if (n == 4) Store16(p + 6, in[3]);
       }
       return;
@@ -279,11 +324,14 @@ void WriteRowRgba8(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0, i
     case PixelKind::Gray8:
       for (int x = x0; x < x1; ++x, in += 4) row[x] = static_cast<uint8_t>(Luminance(in[0], in[1], in[2]));
       return;
-    case PixelKind::Color24: case PixelKind::Color32: {
+    case PixelKind::Color24:
+    case PixelKind::Color32: {
       const int n = f.channels, ri = f.bgr ? 2 : 0, bi = f.bgr ? 0 : 2;
       for (int x = x0; x < x1; ++x, in += 4) {
         uint8_t* p = row + static_cast<size_t>(x) * n;
-        p[ri] = in[0]; p[1] = in[1]; p[bi] = in[2];
+        p[ri] = in[0];
+        p[1] = in[1];
+        p[bi] = in[2];
         if (n == 4) p[3] = in[3];
       }
       return;

@@ -36,7 +36,9 @@ void WriteRowIndices(const BITMAPHANDLE& b, const PixelFormat& f, int y, int x0,
 int32_t ReadGraySample(const BITMAPHANDLE& b, const PixelFormat& f, int x, int y);
 
 // Luminance of an RGB triple with the weights above, rounded.
-inline uint32_t Luminance(uint32_t r, uint32_t g, uint32_t blue) { return (r * 299 + g * 587 + blue * 114 + 500) / 1000; }
+inline uint32_t Luminance(uint32_t r, uint32_t g, uint32_t blue) {
+  return (r * 299 + g * 587 + blue * 114 + 500) / 1000;
+}
 
 // A new bitmap in *dst holding src converted to bitsPerPixel / order / signedness through the working
 // representation (16 bits per channel, so 12/16/48/64-bit data keeps its precision). Indexed targets get a

@@ -19,12 +19,17 @@ int DescribePixelFormat(int bitsPerPixel, uint32_t order, bool isSigned, PixelFo
   const bool gray = order == QV_ORDER_GRAY;
   const bool bgr = order == QV_ORDER_BGR;
   switch (bitsPerPixel) {
-    case 1: case 2: case 4: case 8:
-      break;
-    case 12: case 16: case 24: case 32: case 48: case 64:
-      break;
-    default:
-      return QV_ERROR_INVALID_BITS_PER_PIXEL;
+    case 1:
+    case 2:
+    case 4:
+    case 8: break;
+    case 12:
+    case 16:
+    case 24:
+    case 32:
+    case 48:
+    case 64: break;
+    default: return QV_ERROR_INVALID_BITS_PER_PIXEL;
   }
   const bool signedAllowed = gray && (bitsPerPixel == 12 || bitsPerPixel == 16);
   if (isSigned && !signedAllowed) return QV_ERROR_UNSUPPORTED_FORMAT;
@@ -44,13 +49,17 @@ int DescribePixelFormat(int bitsPerPixel, uint32_t order, bool isSigned, PixelFo
       *out = gray ? Make(PixelKind::Gray16, 16, 1, 2, false, isSigned, 65535)
                   : Make(PixelKind::Rgb565, 16, 3, 0, bgr, false, 255);
       break;
-    case 24: case 32: case 48: case 64: {
+    case 24:
+    case 32:
+    case 48:
+    case 64: {
       if (gray) return QV_ERROR_UNSUPPORTED_FORMAT;
       const int sample = bitsPerPixel >= 48 ? 2 : 1;
       const int channels = bitsPerPixel / (8 * sample);
-      const PixelKind kind = bitsPerPixel == 24 ? PixelKind::Color24
-                           : bitsPerPixel == 32 ? PixelKind::Color32
-                           : bitsPerPixel == 48 ? PixelKind::Color48 : PixelKind::Color64;
+      const PixelKind kind = bitsPerPixel == 24   ? PixelKind::Color24
+                             : bitsPerPixel == 32 ? PixelKind::Color32
+                             : bitsPerPixel == 48 ? PixelKind::Color48
+                                                  : PixelKind::Color64;
       *out = Make(kind, bitsPerPixel, channels, sample, bgr, false, sample == 2 ? 65535u : 255u);
       break;
     }

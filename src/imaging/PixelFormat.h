@@ -11,17 +11,29 @@
 
 namespace qv {
 
-enum class PixelKind { Indexed1, Indexed2, Indexed4, Indexed8, Gray8, Gray12, Gray16, Rgb565, Color24, Color32,
-                       Color48, Color64 };
+enum class PixelKind {
+  Indexed1,
+  Indexed2,
+  Indexed4,
+  Indexed8,
+  Gray8,
+  Gray12,
+  Gray16,
+  Rgb565,
+  Color24,
+  Color32,
+  Color48,
+  Color64
+};
 
 struct PixelFormat {
   PixelKind kind;
   int bitsPerPixel;
-  int channels;          // 1 for indexed and gray, 3 for 5-6-5, 24, 48; 4 for 32, 64 (alpha last)
-  int bytesPerSample;    // 0 for packed (1/2/4 bit, 5-6-5), 1 for 8/24/32, 2 for 12/16/48/64
-  bool bgr;              // color byte order is B,G,R (uOrder QV_ORDER_BGR)
-  bool isSigned;         // QV_BMF_SIGNED on a 12/16-bit gray image
-  uint32_t maxValue;     // largest sample value: 255, 4095, 65535 (indexed: palette entry 255)
+  int channels;        // 1 for indexed and gray, 3 for 5-6-5, 24, 48; 4 for 32, 64 (alpha last)
+  int bytesPerSample;  // 0 for packed (1/2/4 bit, 5-6-5), 1 for 8/24/32, 2 for 12/16/48/64
+  bool bgr;            // color byte order is B,G,R (uOrder QV_ORDER_BGR)
+  bool isSigned;       // QV_BMF_SIGNED on a 12/16-bit gray image
+  uint32_t maxValue;   // largest sample value: 255, 4095, 65535 (indexed: palette entry 255)
 
   bool IsIndexed() const { return kind <= PixelKind::Indexed8; }
   bool IsGray() const { return kind == PixelKind::Gray8 || kind == PixelKind::Gray12 || kind == PixelKind::Gray16; }

@@ -77,8 +77,8 @@ std::vector<uint8_t> EncodeTiff(int width, int height, int channels, int bitsPer
   w.Entry(279, W::kLong, 1, static_cast<uint32_t>(dataBytes));
   w.Entry(282, W::kRational, 1, resolutionAt);
   w.Entry(283, W::kRational, 1, resolutionAt);
-  w.Entry(284, W::kShort, 1, 1);  // samples of a pixel stored together
-  w.Entry(296, W::kShort, 1, 2);  // resolution in inches
+  w.Entry(284, W::kShort, 1, 1);             // samples of a pixel stored together
+  w.Entry(296, W::kShort, 1, 2);             // resolution in inches
   if (alpha) w.Entry(338, W::kShort, 1, 2);  // the fourth sample is unassociated alpha
   w.U32(0);
   return out;

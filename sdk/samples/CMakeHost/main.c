@@ -45,8 +45,10 @@ int wmain(int argc, wchar_t** argv) {
   UINT_PTR timer = 0;
 
   for (i = 1; i < argc; ++i) {
-    if (wcscmp(argv[i], L"/ok-after") == 0 && i + 1 < argc) okAfter = _wtoi(argv[++i]);
-    else if (pathCount < 2) paths[pathCount++] = argv[i];
+    if (wcscmp(argv[i], L"/ok-after") == 0 && i + 1 < argc)
+      okAfter = _wtoi(argv[++i]);
+    else if (pathCount < 2)
+      paths[pathCount++] = argv[i];
   }
 
   result = Q_DlgInit(0);
@@ -62,8 +64,8 @@ int wmain(int argc, wchar_t** argv) {
   params.nBrightness = 200;
   params.uDlgFlags = QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_ZOOMLEVEL | QVDLG_AUTO_PROCESS;
 
-  owner = CreateWindowExW(0, L"STATIC", L"QUORVELIX CMake host", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                          480, 320, NULL, NULL, NULL, NULL);
+  owner = CreateWindowExW(0, L"STATIC", L"QUORVELIX CMake host", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT, 480,
+                          320, NULL, NULL, NULL, NULL);
   if (okAfter > 0) timer = SetTimer(NULL, 0, (UINT)okAfter, PressOk);
   result = Q_DlgBrightness(owner, &params);
   if (timer) KillTimer(NULL, timer);

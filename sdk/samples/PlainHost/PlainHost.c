@@ -48,8 +48,8 @@ int main(void) {
   KillTimer(NULL, timer);
   DestroyWindow(owner);
 
-  printf("Q_DlgBrightness returned %d, brightness %d, first sample %u -> %u\n", result, (int)params.nBrightness,
-         before, bitmap.pData[0]);
+  printf("Q_DlgBrightness returned %d, brightness %d, first sample %u -> %u\n", result, (int)params.nBrightness, before,
+         bitmap.pData[0]);
   y = result == QV_DLG_OK && params.nBrightness == 300 && bitmap.pData[0] > before;
   Q_FreeBitmap(&bitmap, 0);
   Q_DlgFree();

@@ -26,7 +26,7 @@ int Q_DlgIntensityDetect(HWND hWndOwner, QVINTENSITYDETECTDLGPARAMS* pParams) {
 }
 int Q_DlgLocalHistoEqualize(HWND hWndOwner, QVLOCALHISTOEQUALIZEDLGPARAMS* pParams) {
   return RunDialogExport<CQVLocalHistoEqualizeDlg>(ExportId::kLocalHistoEqualize, hWndOwner, pParams,
-                                                    ShowApplyWhenAsked);
+                                                   ShowApplyWhenAsked);
 }
 
 }  // extern "C"

@@ -12,11 +12,11 @@ namespace qvdlg {
 
 struct ExportInfo {
   const char* name;
-  uint32_t expectedSize;   // uStructSize must equal this exactly
-  uint32_t probedSize;     // bytes that must be readable and writable (the palette editor probes more)
-  uint32_t flagsOffset;    // offset of uDlgFlags
-  bool refusesSigned;      // a bitmap of signed samples gives QV_ERROR_UNSUPPORTED_BITMAP
-  bool testsBitmap;        // false for the dialogs that take no bitmap
+  uint32_t expectedSize;  // uStructSize must equal this exactly
+  uint32_t probedSize;    // bytes that must be readable and writable (the palette editor probes more)
+  uint32_t flagsOffset;   // offset of uDlgFlags
+  bool refusesSigned;     // a bitmap of signed samples gives QV_ERROR_UNSUPPORTED_BITMAP
+  bool testsBitmap;       // false for the dialogs that take no bitmap
   unsigned templateId;
   unsigned dialogId;
 };

@@ -83,9 +83,8 @@ int ReadRecord(const QVBALANCINGRECORD* rec, double (&w)[3]) {
 }  // namespace ops
 }  // namespace qv
 
-extern "C" int Q_BalanceColors(BITMAPHANDLE* pBitmap, const QVBALANCINGRECORD* pRed,
-                               const QVBALANCINGRECORD* pGreen, const QVBALANCINGRECORD* pBlue,
-                               unsigned int uFlags) {
+extern "C" int Q_BalanceColors(BITMAPHANDLE* pBitmap, const QVBALANCINGRECORD* pRed, const QVBALANCINGRECORD* pGreen,
+                               const QVBALANCINGRECORD* pBlue, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kColorOnly;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {

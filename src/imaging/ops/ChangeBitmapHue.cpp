@@ -42,7 +42,8 @@ class HueRotation {
       const int16_t m = std::min(R, std::min(G, B));
       const int16_t d = static_cast<int16_t>(v - m);
       const int16_t isR = MaskOf(v == R), isG = static_cast<int16_t>(~isR & MaskOf(v == G));
-      const int16_t num = Pick(isR, static_cast<int16_t>(G - B), Pick(isG, static_cast<int16_t>(B - R), static_cast<int16_t>(R - G)));
+      const int16_t num = Pick(isR, static_cast<int16_t>(G - B),
+                               Pick(isG, static_cast<int16_t>(B - R), static_cast<int16_t>(R - G)));
       const int16_t negative = static_cast<int16_t>(num >> 15);
       // round(d * frac / 65536): the high half of the product plus the top bit of the low half.
       const uint32_t prod = static_cast<uint32_t>(static_cast<uint16_t>(d)) * frac;

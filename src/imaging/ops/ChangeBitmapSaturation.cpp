@@ -32,9 +32,12 @@ class SaturationScale {
       const int32_t d = v - std::min(R, std::min(G, B));
       const int32_t scaled = -static_cast<int32_t>(((d * s + 0x2000) >> 14) <= v);
       const float full = static_cast<float>(v) / static_cast<float>(std::max(d, 1));
-      r[i] = static_cast<int16_t>(v - Pick32(scaled, ((v - R) * s + 0x2000) >> 14, static_cast<int32_t>((v - R) * full + 0.5f)));
-      g[i] = static_cast<int16_t>(v - Pick32(scaled, ((v - G) * s + 0x2000) >> 14, static_cast<int32_t>((v - G) * full + 0.5f)));
-      b[i] = static_cast<int16_t>(v - Pick32(scaled, ((v - B) * s + 0x2000) >> 14, static_cast<int32_t>((v - B) * full + 0.5f)));
+      r[i] = static_cast<int16_t>(
+          v - Pick32(scaled, ((v - R) * s + 0x2000) >> 14, static_cast<int32_t>((v - R) * full + 0.5f)));
+      g[i] = static_cast<int16_t>(
+          v - Pick32(scaled, ((v - G) * s + 0x2000) >> 14, static_cast<int32_t>((v - G) * full + 0.5f)));
+      b[i] = static_cast<int16_t>(
+          v - Pick32(scaled, ((v - B) * s + 0x2000) >> 14, static_cast<int32_t>((v - B) * full + 0.5f)));
     }
   }
 

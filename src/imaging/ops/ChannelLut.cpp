@@ -89,7 +89,8 @@ __attribute__((target("avx2"))) void SpanFlatAvx2(uint8_t* p, size_t n, const ui
     const __m256i index = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + i));
     __m256i out = _mm256_setzero_si256();
     for (int k = 0; k < 16; ++k) {
-      const __m256i local = _mm256_adds_epu8(_mm256_xor_si256(index, _mm256_set1_epi8(static_cast<char>(k << 4))), bias);
+      const __m256i local = _mm256_adds_epu8(_mm256_xor_si256(index, _mm256_set1_epi8(static_cast<char>(k << 4))),
+                                             bias);
       out = _mm256_or_si256(out, _mm256_shuffle_epi8(slices[k], local));
     }
     if (kKeepAlpha) out = _mm256_blendv_epi8(out, index, alpha);
@@ -206,8 +207,7 @@ int ApplyColor16(BITMAPHANDLE& b, const PixelFormat& f, const ChannelMap& map) {
   const uint16_t* bl = same ? r : blue.data();
   const uint16_t* t0 = f.bgr ? bl : r;
   const uint16_t* t2 = f.bgr ? r : bl;
-  if (f.channels == 4)
-    return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span16<4>(row, x0, x1, t0, g, t2); });
+  if (f.channels == 4) return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span16<4>(row, x0, x1, t0, g, t2); });
   return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span16<3>(row, x0, x1, t0, g, t2); });
 }
 
@@ -222,9 +222,7 @@ int ApplyChannelMap(BITMAPHANDLE& b, const PixelFormat& f, const ChannelMap& map
       });
     }
     const std::vector<uint16_t> t = f.isSigned ? BuildSigned16(map, f) : Build16(map, kGray, f.maxValue);
-    return RunSpans(b, [&](uint8_t* row, int x0, int x1) {
-      Span16<1>(row, x0, x1, t.data(), nullptr, nullptr);
-    });
+    return RunSpans(b, [&](uint8_t* row, int x0, int x1) { Span16<1>(row, x0, x1, t.data(), nullptr, nullptr); });
   }
   if (f.bytesPerSample == 2) return ApplyColor16(b, f, map);
 

@@ -36,22 +36,59 @@ struct Kernel {
 };
 
 constexpr Kernel kFloydSteinberg{16, 4, {{1, 0, 7}, {-1, 1, 3}, {0, 1, 5}, {1, 1, 1}}};
-constexpr Kernel kStucki{42, 12, {{1, 0, 8}, {2, 0, 4}, {-2, 1, 2}, {-1, 1, 4}, {0, 1, 8}, {1, 1, 4}, {2, 1, 2},
-                                  {-2, 2, 1}, {-1, 2, 2}, {0, 2, 4}, {1, 2, 2}, {2, 2, 1}}};
+constexpr Kernel kStucki{42,
+                         12,
+                         {{1, 0, 8},
+                          {2, 0, 4},
+                          {-2, 1, 2},
+                          {-1, 1, 4},
+                          {0, 1, 8},
+                          {1, 1, 4},
+                          {2, 1, 2},
+                          {-2, 2, 1},
+                          {-1, 2, 2},
+                          {0, 2, 4},
+                          {1, 2, 2},
+                          {2, 2, 1}}};
 constexpr Kernel kBurkes{32, 7, {{1, 0, 8}, {2, 0, 4}, {-2, 1, 2}, {-1, 1, 4}, {0, 1, 8}, {1, 1, 4}, {2, 1, 2}}};
-constexpr Kernel kSierra{32, 10, {{1, 0, 5}, {2, 0, 3}, {-2, 1, 2}, {-1, 1, 4}, {0, 1, 5}, {1, 1, 4}, {2, 1, 2},
-                                  {-1, 2, 2}, {0, 2, 3}, {1, 2, 2}}};
-constexpr Kernel kStevensonArce{200, 12, {{2, 0, 32}, {-3, 1, 12}, {-1, 1, 26}, {1, 1, 30}, {3, 1, 16},
-                                          {-2, 2, 12}, {0, 2, 26}, {2, 2, 12}, {-3, 3, 5}, {-1, 3, 12},
-                                          {1, 3, 12}, {3, 3, 5}}};
-constexpr Kernel kJarvis{48, 12, {{1, 0, 7}, {2, 0, 5}, {-2, 1, 3}, {-1, 1, 5}, {0, 1, 7}, {1, 1, 5}, {2, 1, 3},
-                                  {-2, 2, 1}, {-1, 2, 3}, {0, 2, 5}, {1, 2, 3}, {2, 2, 1}}};
+constexpr Kernel kSierra{
+    32,
+    10,
+    {{1, 0, 5}, {2, 0, 3}, {-2, 1, 2}, {-1, 1, 4}, {0, 1, 5}, {1, 1, 4}, {2, 1, 2}, {-1, 2, 2}, {0, 2, 3}, {1, 2, 2}}};
+constexpr Kernel kStevensonArce{200,
+                                12,
+                                {{2, 0, 32},
+                                 {-3, 1, 12},
+                                 {-1, 1, 26},
+                                 {1, 1, 30},
+                                 {3, 1, 16},
+                                 {-2, 2, 12},
+                                 {0, 2, 26},
+                                 {2, 2, 12},
+                                 {-3, 3, 5},
+                                 {-1, 3, 12},
+                                 {1, 3, 12},
+                                 {3, 3, 5}}};
+constexpr Kernel kJarvis{48,
+                         12,
+                         {{1, 0, 7},
+                          {2, 0, 5},
+                          {-2, 1, 3},
+                          {-1, 1, 5},
+                          {0, 1, 7},
+                          {1, 1, 5},
+                          {2, 1, 3},
+                          {-2, 2, 1},
+                          {-1, 2, 3},
+                          {0, 2, 5},
+                          {1, 2, 3},
+                          {2, 2, 1}}};
 
 constexpr int kRing = 4;  // rows of pending error: the current one and up to three below
 constexpr int kPad = 3;   // columns beyond each edge that catch error leaving the image
 constexpr int kReportEvery = 32;
-constexpr int kStrengthScale = 8;     // the error is passed on in eighths
-constexpr int kDampedStrength = 5;    // of more than kFullStrengthEntries entries
+constexpr int kStrengthScale = 8;   // the error is passed on in eighths
+constexpr int kDampedStrength = 5;  // of more than kFullStrengthEntries entries
 constexpr int kFullStrengthEntries = 8;
 
 void ReadRow(const BITMAPHANDLE& src, const PixelFormat& sf, bool toGray, int y, uint8_t* rgba) {

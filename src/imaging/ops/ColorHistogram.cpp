@@ -49,8 +49,8 @@ std::vector<ColorPoint> ColorHistogram::Points() const {
   std::vector<ColorPoint> points;
   for (const ColorMoment& c : m_cells)
     if (c.w > 0)
-      points.push_back(ColorPoint{static_cast<float>(c.r / c.w), static_cast<float>(c.g / c.w),
-                                  static_cast<float>(c.b / c.w), c.w});
+      points.push_back(
+          ColorPoint{static_cast<float>(c.r / c.w), static_cast<float>(c.g / c.w), static_cast<float>(c.b / c.w), c.w});
   return points;
 }
 

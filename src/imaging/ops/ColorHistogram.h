@@ -22,11 +22,19 @@ struct ColorMoment {
   double w = 0, r = 0, g = 0, b = 0, q = 0;
 
   ColorMoment& operator+=(const ColorMoment& o) {
-    w += o.w; r += o.r; g += o.g; b += o.b; q += o.q;
+    w += o.w;
+    r += o.r;
+    g += o.g;
+    b += o.b;
+    q += o.q;
     return *this;
   }
   ColorMoment& operator-=(const ColorMoment& o) {
-    w -= o.w; r -= o.r; g -= o.g; b -= o.b; q -= o.q;
+    w -= o.w;
+    r -= o.r;
+    g -= o.g;
+    b -= o.b;
+    q -= o.q;
     return *this;
   }
 };

@@ -35,10 +35,9 @@ std::vector<RGBQUAD> GrayRamp(int n) {
 }
 
 std::vector<RGBQUAD> VgaColors() {
-  return {Rgb(0, 0, 0),       Rgb(128, 0, 0),   Rgb(0, 128, 0),   Rgb(128, 128, 0),
-          Rgb(0, 0, 128),     Rgb(128, 0, 128), Rgb(0, 128, 128), Rgb(192, 192, 192),
-          Rgb(128, 128, 128), Rgb(255, 0, 0),   Rgb(0, 255, 0),   Rgb(255, 255, 0),
-          Rgb(0, 0, 255),     Rgb(255, 0, 255), Rgb(0, 255, 255), Rgb(255, 255, 255)};
+  return {Rgb(0, 0, 0),     Rgb(128, 0, 0),     Rgb(0, 128, 0),     Rgb(128, 128, 0),  Rgb(0, 0, 128), Rgb(128, 0, 128),
+          Rgb(0, 128, 128), Rgb(192, 192, 192), Rgb(128, 128, 128), Rgb(255, 0, 0),    Rgb(0, 255, 0), Rgb(255, 255, 0),
+          Rgb(0, 0, 255),   Rgb(255, 0, 255),   Rgb(0, 255, 255),   Rgb(255, 255, 255)};
 }
 
 std::vector<RGBQUAD> SystemColors() {

@@ -28,8 +28,7 @@ namespace {
 constexpr unsigned kKnownFlags = QV_COLORRES_PALETTE_MASK | QV_COLORRES_ORDER_MASK | QV_COLORRES_DITHER_MASK;
 
 bool IsTargetDepth(int bits) {
-  return (bits >= 1 && bits <= 8) || bits == 12 || bits == 16 || bits == 24 || bits == 32 || bits == 48 ||
-         bits == 64;
+  return (bits >= 1 && bits <= 8) || bits == 12 || bits == 16 || bits == 24 || bits == 32 || bits == 48 || bits == 64;
 }
 
 bool HasOneBitAtMost(unsigned v) { return (v & (v - 1)) == 0; }
@@ -80,8 +79,8 @@ std::vector<RGBQUAD> SystemPalette(const BITMAPHANDLE& b, const PixelFormat& f, 
 
 // A caller's palette larger than the depth holds: the `room` entries that the image's colors would use most,
 // in their original order.
-std::vector<RGBQUAD> MostUsedEntries(const BITMAPHANDLE& b, const PixelFormat& f,
-                                     const std::vector<RGBQUAD>& palette, int room) {
+std::vector<RGBQUAD> MostUsedEntries(const BITMAPHANDLE& b, const PixelFormat& f, const std::vector<RGBQUAD>& palette,
+                                     int room) {
   if (static_cast<int>(palette.size()) <= room) return palette;
   const InverseColorMap map(palette);
   std::vector<double> use(palette.size(), 0.0);
@@ -147,7 +146,8 @@ int CheckPalette(int bits, unsigned flags, const RGBQUAD* palette, unsigned colo
   if (bits > 8 || (flags & QV_COLORRES_ORDER_MASK) == QV_COLORRES_ORDER_GRAY) return QV_SUCCESS;
   if (choice == QV_COLORRES_WEBSAFE_PALETTE && bits != 8) return QV_ERROR_INVALID_PARAMETER;
   if (choice != QV_COLORRES_USER_PALETTE) return QV_SUCCESS;
-  if (colors < 1 || colors > QV_MAX_PALETTE_ENTRIES || !qv::IsValidAddress(palette, colors * sizeof(RGBQUAD), qv::Access::Read))
+  if (colors < 1 || colors > QV_MAX_PALETTE_ENTRIES ||
+      !qv::IsValidAddress(palette, colors * sizeof(RGBQUAD), qv::Access::Read))
     return QV_ERROR_INVALID_PARAMETER;
   return QV_SUCCESS;
 }
@@ -168,8 +168,8 @@ int CheckColorResArguments(const BITMAPHANDLE* pSrc, const BITMAPHANDLE* pDst, u
 }
 
 int ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
-                   unsigned int uFlags, const RGBQUAD* pPalette, unsigned int uColors,
-                   pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
+                   unsigned int uFlags, const RGBQUAD* pPalette, unsigned int uColors, pQVSTATUSCALLBACK pfnCallback,
+                   void* pUserData) {
   return Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = CheckColorResArguments(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags);
     if (rc == QV_SUCCESS) rc = CheckPalette(nBitsPerPixel, uFlags, pPalette, uColors);

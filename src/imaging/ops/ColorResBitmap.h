@@ -15,8 +15,8 @@ int CheckColorResArguments(const BITMAPHANDLE* pSrc, const BITMAPHANDLE* pDst, u
 
 // Q_ColorResBitmap with the user palette (when the flags ask for one) given as uColors entries at pPalette.
 int ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
-                   unsigned int uFlags, const RGBQUAD* pPalette, unsigned int uColors,
-                   pQVSTATUSCALLBACK pfnCallback, void* pUserData);
+                   unsigned int uFlags, const RGBQUAD* pPalette, unsigned int uColors, pQVSTATUSCALLBACK pfnCallback,
+                   void* pUserData);
 
 }  // namespace ops
 }  // namespace qv

@@ -5,8 +5,8 @@
 #include "ColorResBitmap.h"
 
 extern "C" int Q_ColorResBitmap(BITMAPHANDLE* pSrc, BITMAPHANDLE* pDst, unsigned int uStructSize, int nBitsPerPixel,
-                                unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette,
-                                unsigned int uColors, pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
+                                unsigned int uFlags, const RGBQUAD* pPalette, QVHPALETTE hPalette, unsigned int uColors,
+                                pQVSTATUSCALLBACK pfnCallback, void* pUserData) {
   using namespace qv::ops;
   const int rc = CheckColorResArguments(pSrc, pDst, uStructSize, nBitsPerPixel, uFlags);
   if (rc != QV_SUCCESS) return rc;

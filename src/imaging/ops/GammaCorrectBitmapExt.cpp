@@ -10,8 +10,7 @@ extern "C" int Q_GammaCorrectBitmapExt(BITMAPHANDLE* pBitmap, unsigned int uRed,
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {
-    if (!IsGammaInRange(uRed) || !IsGammaInRange(uGreen) || !IsGammaInRange(uBlue))
-      return QV_ERROR_INVALID_PARAMETER;
+    if (!IsGammaInRange(uRed) || !IsGammaInRange(uGreen) || !IsGammaInRange(uBlue)) return QV_ERROR_INVALID_PARAMETER;
     return ApplyChannelMap(*pBitmap, f, GammaCurve(uRed, uGreen, uBlue));
   });
 }

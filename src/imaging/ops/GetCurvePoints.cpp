@@ -22,8 +22,7 @@ std::vector<double> MonotoneTangents(const POINT* pts, int n) {
   if (n < 2) return m;
   m[0] = secant[0];
   m[n - 1] = secant[n - 2];
-  for (int i = 1; i + 1 < n; ++i)
-    m[i] = secant[i - 1] * secant[i] <= 0 ? 0.0 : (secant[i - 1] + secant[i]) / 2;
+  for (int i = 1; i + 1 < n; ++i) m[i] = secant[i - 1] * secant[i] <= 0 ? 0.0 : (secant[i - 1] + secant[i]) / 2;
   for (int i = 0; i + 1 < n; ++i) {
     if (secant[i] == 0) {
       m[i] = m[i + 1] = 0;

@@ -24,8 +24,8 @@ double Shape(unsigned int kind, double k, double t) {
 }  // namespace ops
 }  // namespace qv
 
-extern "C" int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLength, int nStart, int nEnd,
-                                          int nFactor, unsigned int uKind, unsigned int uFlags) {
+extern "C" int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLength, int nStart, int nEnd, int nFactor,
+                                          unsigned int uKind, unsigned int uFlags) {
   using namespace qv::ops;
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = qv::CheckFlags(uFlags, 0);
@@ -33,8 +33,8 @@ extern "C" int Q_GetFunctionalLookupTable(unsigned int* pTable, unsigned int uLe
     rc = CheckCurveTable(pTable, uLength);
     if (rc != QV_SUCCESS) return rc;
     const int64_t last = uLength - 1;
-    if (nStart < 0 || nStart > last || nEnd < 0 || nEnd > last || uKind > QV_FUNCTIONAL_LINEAR ||
-        nFactor < -1000 || nFactor > 1000 || (uKind == QV_FUNCTIONAL_LOGARITHM && nFactor < 0))
+    if (nStart < 0 || nStart > last || nEnd < 0 || nEnd > last || uKind > QV_FUNCTIONAL_LINEAR || nFactor < -1000 ||
+        nFactor > 1000 || (uKind == QV_FUNCTIONAL_LOGARITHM && nFactor < 0))
       return QV_ERROR_INVALID_PARAMETER;
     const double a = pTable[nStart], b = pTable[nEnd];
     const double lo = a < b ? a : b, hi = a < b ? b : a;

@@ -122,8 +122,8 @@ void HalftoneScreen::Row(int y, int width, uint16_t* thresholds) const {
       return;
     case Kind::Random:
       for (int x = 0; x < width; ++x)
-        thresholds[x] =
-            ToThreshold((Hash(static_cast<uint32_t>(x / m_size), static_cast<uint32_t>(y / m_size)) >> 16) / 65536.0);
+        thresholds[x] = ToThreshold((Hash(static_cast<uint32_t>(x / m_size), static_cast<uint32_t>(y / m_size)) >> 16) /
+                                    65536.0);
       return;
   }
 }

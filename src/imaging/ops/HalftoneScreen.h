@@ -36,10 +36,10 @@ class HalftoneScreen {
 
   Kind m_kind = Kind::Spot;
   Spot m_spot = Spot::Round;
-  double m_cos = 1, m_sin = 0;  // rotation, already divided by the period for spot screens
-  int m_size = 1;               // matrix screens: side of the matrix; random: the grain
-  double m_low = 0, m_scale = 0;        // spot value -> table bin
-  std::vector<uint16_t> m_table;        // spot screens: threshold by bin; matrix screens: by matrix entry
+  double m_cos = 1, m_sin = 0;    // rotation, already divided by the period for spot screens
+  int m_size = 1;                 // matrix screens: side of the matrix; random: the grain
+  double m_low = 0, m_scale = 0;  // spot value -> table bin
+  std::vector<uint16_t> m_table;  // spot screens: threshold by bin; matrix screens: by matrix entry
 };
 
 }  // namespace ops

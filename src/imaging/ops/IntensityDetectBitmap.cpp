@@ -69,9 +69,8 @@ class LuminanceDetect {
 }  // namespace ops
 }  // namespace qv
 
-extern "C" int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh,
-                                       COLORREF crIn, COLORREF crOut, unsigned int uChannel,
-                                       unsigned int uFlags) {
+extern "C" int Q_IntensityDetectBitmap(BITMAPHANDLE* pBitmap, unsigned int uLow, unsigned int uHigh, COLORREF crIn,
+                                       COLORREF crOut, unsigned int uChannel, unsigned int uFlags) {
   using namespace qv::ops;
   static constexpr FormatSet kFormats = kAllUnsigned;
   return RunOperation(pBitmap, uFlags, 0, kFormats, [&](const qv::PixelFormat& f) {

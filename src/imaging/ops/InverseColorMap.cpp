@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kCells = 1 << InverseColorMap::kCellBits;
 constexpr int kCellSize = 256 / kCells;
-constexpr int kBlocks = 8;       // first level: 8 x 8 x 8 blocks of cells
+constexpr int kBlocks = 8;  // first level: 8 x 8 x 8 blocks of cells
 constexpr int kBlockSize = 32;
 constexpr int kPerBlock = kBlockSize / kCellSize;
 

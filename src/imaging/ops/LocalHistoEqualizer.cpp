@@ -318,9 +318,7 @@ class Equalizer {
         }
         for (int i = 0; i < count; ++i) {
           switch (m_mode) {
-            case Mode::kGray:
-              c[0][i] = mapped[0][i];
-              break;
+            case Mode::kGray: c[0][i] = mapped[0][i]; break;
             case Mode::kEach:
               for (int k = 0; k < 3; ++k) c[k][i] = mapped[k][i];
               break;

@@ -12,9 +12,9 @@ namespace qv {
 namespace ops {
 
 struct LocalHistoParams {
-  int width;            // tile size, >= 1
+  int width;  // tile size, >= 1
   int height;
-  int xExt;             // the histogram window grows by these on each side, >= 0
+  int xExt;  // the histogram window grows by these on each side, >= 0
   int yExt;
   unsigned colorSpace;  // QV_LHE_RGB, QV_LHE_YUV or QV_LHE_GRAY
   unsigned smooth;      // 0..QV_LHE_MAX_SMOOTH

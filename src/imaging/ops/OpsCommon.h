@@ -68,8 +68,8 @@ constexpr FormatSet kColorOnly{true, false, false, true, true, true};
 // The checks every operation on a bitmap makes, in this order: the bitmap (writable), the flags, the format,
 // and the rule that an indexed image with a region is refused (its palette is shared by pixels on both sides
 // of the region). On success *fmt describes the bitmap.
-inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags,
-                          const FormatSet& accepted, PixelFormat* fmt) {
+inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags, const FormatSet& accepted,
+                          PixelFormat* fmt) {
   int rc = CheckBitmap(p, Access::Write);
   if (rc != QV_SUCCESS) return rc;
   rc = CheckFlags(flags, allowedFlags);
@@ -77,8 +77,7 @@ inline int BeginOperation(BITMAPHANDLE* p, unsigned int flags, unsigned int allo
   rc = DescribePixelFormat(*p, fmt);
   if (rc != QV_SUCCESS) return rc;
   if (!accepted.Accepts(*fmt)) return QV_ERROR_UNSUPPORTED_FORMAT;
-  if (fmt->IsIndexed() && RegionSpans(*p).HasRegion())
-    return QV_ERROR_UNSUPPORTED_FORMAT;
+  if (fmt->IsIndexed() && RegionSpans(*p).HasRegion()) return QV_ERROR_UNSUPPORTED_FORMAT;
   return QV_SUCCESS;
 }
 
@@ -140,8 +139,9 @@ inline int64_t Clamp64(int64_t v, int64_t lo, int64_t hi) { return v < lo ? lo :
 
 // The luminance every operation uses for "intensity": (299 R + 587 G + 114 B) / 1000, rounded.
 inline uint32_t Luminance(uint32_t r, uint32_t g, uint32_t b) {
-  return static_cast<uint32_t>((299u * static_cast<uint64_t>(r) + 587u * static_cast<uint64_t>(g) +
-                                114u * static_cast<uint64_t>(b) + 500u) / 1000u);
+  return static_cast<uint32_t>(
+      (299u * static_cast<uint64_t>(r) + 587u * static_cast<uint64_t>(g) + 114u * static_cast<uint64_t>(b) + 500u) /
+      1000u);
 }
 
 inline uint16_t Load16(const uint8_t* p) {

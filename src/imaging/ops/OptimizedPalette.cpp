@@ -73,9 +73,7 @@ class WuCutter {
   ColorMoment& At(int r, int g, int b) { return m_sum[ColorHistogram::Index(r, g, b)]; }
   const ColorMoment& At(int r, int g, int b) const { return m_sum[ColorHistogram::Index(r, g, b)]; }
 
-  static double Spread(const ColorMoment& m) {
-    return m.w > 0 ? (m.r * m.r + m.g * m.g + m.b * m.b) / m.w : 0.0;
-  }
+  static double Spread(const ColorMoment& m) { return m.w > 0 ? (m.r * m.r + m.g * m.g + m.b * m.b) / m.w : 0.0; }
 
   double Variance(const Box& x) const {
     if (x.hi[0] - x.lo[0] <= 1 && x.hi[1] - x.lo[1] <= 1 && x.hi[2] - x.lo[2] <= 1) return 0;  // one cell

@@ -15,7 +15,8 @@ class TableCurve : public ChannelMap {
  public:
   TableCurve(const unsigned int* table, unsigned int channel) : m_table(table), m_channel(channel) {}
   uint32_t Value(int channel, uint32_t v, uint32_t max) const override {
-    const bool chosen = channel == kGray || m_channel == QV_REMAP_ALL || static_cast<unsigned>(channel) + 1 == m_channel;
+    const bool chosen = channel == kGray || m_channel == QV_REMAP_ALL ||
+                        static_cast<unsigned>(channel) + 1 == m_channel;
     if (!chosen) return v;
     const uint32_t out = m_table[v];
     return out > max ? max : out;

@@ -129,8 +129,7 @@ int ApplyRgbOp(BITMAPHANDLE& b, const PixelFormat& f, const Op& op) {
     return QV_SUCCESS;
   }
   if (f.kind == PixelKind::Rgb565) {
-    if (f.bgr)
-      return RunSpans(b, [&](uint8_t* row, int x0, int x1) { RgbSpan565<true>(row, x0, x1, op); });
+    if (f.bgr) return RunSpans(b, [&](uint8_t* row, int x0, int x1) { RgbSpan565<true>(row, x0, x1, op); });
     return RunSpans(b, [&](uint8_t* row, int x0, int x1) { RgbSpan565<false>(row, x0, x1, op); });
   }
   if (f.bytesPerSample == 2) {

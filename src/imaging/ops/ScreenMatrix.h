@@ -22,8 +22,7 @@ inline double SpotValue(Spot spot, double fx, double fy) {
   switch (spot) {
     case Spot::Euclidean:
       // A round dot that turns into a checkerboard at half darkness and then into round holes.
-      return ax + ay <= 1.0 ? 1.0 - (fx * fx + fy * fy) / 2.0
-                            : ((ax - 1) * (ax - 1) + (ay - 1) * (ay - 1)) / 2.0;
+      return ax + ay <= 1.0 ? 1.0 - (fx * fx + fy * fy) / 2.0 : ((ax - 1) * (ax - 1) + (ay - 1) * (ay - 1)) / 2.0;
     case Spot::Square: return 1.0 - (ax > ay ? ax : ay);
     case Spot::Round: return 1.0 - (fx * fx + fy * fy);
     case Spot::Elliptical: return 1.0 - (fx * fx + 2.0 * fy * fy) / 3.0;

@@ -12,8 +12,8 @@ namespace ops {
 
 constexpr FormatSet kWindowLevelFormats{false, true, true, false, false, false};
 
-inline int CheckWindowLevelArgs(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags, int lowBit,
-                                int highBit, const RGBQUAD* lut, unsigned int length, PixelFormat* f) {
+inline int CheckWindowLevelArgs(BITMAPHANDLE* p, unsigned int flags, unsigned int allowedFlags, int lowBit, int highBit,
+                                const RGBQUAD* lut, unsigned int length, PixelFormat* f) {
   int rc = BeginOperation(p, flags, allowedFlags, kWindowLevelFormats, f);
   if (rc != QV_SUCCESS) return rc;
   if (f->kind == PixelKind::Gray8) return QV_ERROR_UNSUPPORTED_FORMAT;

@@ -84,9 +84,9 @@ RGBQUAD Quad(COLORREF c) { return Quad(RedOf(c), GreenOf(c), BlueOf(c)); }
 }  // namespace ops
 }  // namespace qv
 
-extern "C" int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORREF crStart, COLORREF crEnd,
-                                    int nLow, int nHigh, int nLowBit, int nHighBit, int nMinValue, int nMaxValue,
-                                    int nFactor, unsigned int uFlags) {
+extern "C" int Q_WindowLevelFillLUT(RGBQUAD* pLUT, unsigned int uLength, COLORREF crStart, COLORREF crEnd, int nLow,
+                                    int nHigh, int nLowBit, int nHighBit, int nMinValue, int nMaxValue, int nFactor,
+                                    unsigned int uFlags) {
   using namespace qv::ops;
   return qv::Guarded(QV_ERROR_PLATFORM, [&] {
     int rc = qv::CheckFlags(uFlags, kAllowed);

@@ -12,7 +12,7 @@ namespace qvctl {
 
 struct Placeholder {
   HWND window = nullptr;
-  RECT rect{};  // in the parent's client coordinates
+  RECT rect{};                   // in the parent's client coordinates
   DWORD visibleAndDisabled = 0;  // the WS_VISIBLE and WS_DISABLED bits the control takes
   HFONT font = nullptr;
 };

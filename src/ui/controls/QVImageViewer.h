@@ -57,7 +57,10 @@ class CQVImageViewer : public CQVScrollWnd {
   void SetNote(const std::wstring& note);
   const std::wstring& GetNote() const { return m_note; }
 
-  void SetViewRegionSettings(const QVVIEWREGIONSETTINGS& settings) { m_region = settings; Invalidate(FALSE); }
+  void SetViewRegionSettings(const QVVIEWREGIONSETTINGS& settings) {
+    m_region = settings;
+    Invalidate(FALSE);
+  }
   const QVVIEWREGIONSETTINGS& GetViewRegionSettings() const { return m_region; }
   // Palette images are realised as a background palette (the dialog must
   // not take the system palette from the host).

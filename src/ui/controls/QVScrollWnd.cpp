@@ -33,9 +33,7 @@ BOOL CQVScrollWnd::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
 
 int CQVScrollWnd::ZoomLevelCount() { return static_cast<int>(std::size(kZoomLevels)); }
 
-int CQVScrollWnd::ZoomLevel(int index) {
-  return index >= 0 && index < ZoomLevelCount() ? kZoomLevels[index] : 100;
-}
+int CQVScrollWnd::ZoomLevel(int index) { return index >= 0 && index < ZoomLevelCount() ? kZoomLevels[index] : 100; }
 
 void CQVScrollWnd::SetContentSize(int width, int height) {
   m_content = SIZE{std::max(0, width), std::max(0, height)};
@@ -54,7 +52,9 @@ double CQVScrollWnd::GetScale() const {
   return std::min(sx, sy);
 }
 
-int CQVScrollWnd::GetZoom() const { return m_fit ? std::max(1, static_cast<int>(std::lround(GetScale() * 100))) : m_zoom; }
+int CQVScrollWnd::GetZoom() const {
+  return m_fit ? std::max(1, static_cast<int>(std::lround(GetScale() * 100))) : m_zoom;
+}
 
 void CQVScrollWnd::SetZoomToFit(int fit) {
   const ContentPoint centre = CentreContentPoint();
@@ -122,7 +122,8 @@ void CQVScrollWnd::KeepCentre(const ContentPoint& centre) {
 
 SIZE CQVScrollWnd::ZoomedSize() const {
   const double scale = GetScale();
-  return SIZE{static_cast<LONG>(std::lround(m_content.cx * scale)), static_cast<LONG>(std::lround(m_content.cy * scale))};
+  return SIZE{static_cast<LONG>(std::lround(m_content.cx * scale)),
+              static_cast<LONG>(std::lround(m_content.cy * scale))};
 }
 
 void CQVScrollWnd::ClampScroll() {
@@ -143,10 +144,20 @@ void CQVScrollWnd::UpdateScrollBars() {
     RECT client{};
     ::GetClientRect(m_hWnd, &client);
     const SIZE zoomed = m_fit ? SIZE{0, 0} : ZoomedSize();
-    SCROLLINFO h{sizeof(h), SIF_RANGE | SIF_PAGE | SIF_POS, 0, std::max<int>(0, zoomed.cx - 1),
-                 static_cast<UINT>(client.right), m_scroll.x, 0};
-    SCROLLINFO v{sizeof(v), SIF_RANGE | SIF_PAGE | SIF_POS, 0, std::max<int>(0, zoomed.cy - 1),
-                 static_cast<UINT>(client.bottom), m_scroll.y, 0};
+    SCROLLINFO h{sizeof(h),
+                 SIF_RANGE | SIF_PAGE | SIF_POS,
+                 0,
+                 std::max<int>(0, zoomed.cx - 1),
+                 static_cast<UINT>(client.right),
+                 m_scroll.x,
+                 0};
+    SCROLLINFO v{sizeof(v),
+                 SIF_RANGE | SIF_PAGE | SIF_POS,
+                 0,
+                 std::max<int>(0, zoomed.cy - 1),
+                 static_cast<UINT>(client.bottom),
+                 m_scroll.y,
+                 0};
     ::SetScrollInfo(m_hWnd, SB_HORZ, &h, TRUE);
     ::SetScrollInfo(m_hWnd, SB_VERT, &v, TRUE);
     ClampScroll();
@@ -221,7 +232,8 @@ void CQVScrollWnd::Paint(HDC dc, const RECT& clip) {
   ::GetClientRect(m_hWnd, &client);
   // Through a memory bitmap, so the image never flickers while dragged.
   qvfw::UniqueMemoryDC memory(::CreateCompatibleDC(dc));
-  qvfw::UniqueBitmap buffer(::CreateCompatibleBitmap(dc, std::max<LONG>(1, client.right), std::max<LONG>(1, client.bottom)));
+  qvfw::UniqueBitmap buffer(
+      ::CreateCompatibleBitmap(dc, std::max<LONG>(1, client.right), std::max<LONG>(1, client.bottom)));
   HDC target = memory && buffer ? memory.Get() : dc;
   qvfw::SelectObjectScope select(memory.Get(), buffer.Get());
   ::FillRect(target, &client, ::GetSysColorBrush(COLOR_BTNFACE));

@@ -288,10 +288,10 @@ void CQVSliderCtrl::Paint(HDC dc, const RECT&) {
   qvfw::SelectObjectScope select(memory.Get(), buffer.Get());
   // The parent's background, as a static control shows it.
   HWND parent = ::GetParent(m_hWnd);
-  const auto background = reinterpret_cast<HBRUSH>(
-      parent ? ::SendMessageW(parent, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(target),
-                              reinterpret_cast<LPARAM>(m_hWnd))
-             : 0);
+  const auto background = reinterpret_cast<HBRUSH>(parent ? ::SendMessageW(parent, WM_CTLCOLORSTATIC,
+                                                                           reinterpret_cast<WPARAM>(target),
+                                                                           reinterpret_cast<LPARAM>(m_hWnd))
+                                                          : 0);
   ::FillRect(target, &client, background ? background : ::GetSysColorBrush(COLOR_BTNFACE));
 
   qvfw::SelectObjectScope font(target, m_font ? m_font : ::GetStockObject(DEFAULT_GUI_FONT));
@@ -349,8 +349,11 @@ void CQVSliderCtrl::DrawThumb(HDC dc, const qvctl::SliderLayout& layout, int mar
   const int x = qvctl::ValueToPixel(axis, m_markers[static_cast<size_t>(marker)]);
   const int half = layout.thumbHalfWidth;
   const int shoulder = std::max(layout.thumbTop + 1, layout.thumbBottom - half);
-  const POINT outline[] = {{x - half, layout.thumbTop}, {x + half, layout.thumbTop}, {x + half, shoulder},
-                           {x, layout.thumbBottom},     {x - half, shoulder}};
+  const POINT outline[] = {{x - half, layout.thumbTop},
+                           {x + half, layout.thumbTop},
+                           {x + half, shoulder},
+                           {x, layout.thumbBottom},
+                           {x - half, shoulder}};
   const bool chosen = marker == m_selected && ::GetFocus() == m_hWnd;
   COLORREF fill = ColorAt(m_markerColors, static_cast<size_t>(marker), ::GetSysColor(COLOR_BTNFACE));
   if (chosen) fill = ::GetSysColor(COLOR_HIGHLIGHT);
@@ -400,8 +403,7 @@ void CQVSliderCtrl::DrawLabels(HDC dc, const qvctl::SliderLayout& layout) const 
 LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   const int index = static_cast<int>(wParam);
   switch (message) {
-    case QVSM_GETMARKERCOUNT:
-      return GetMarkerCount();
+    case QVSM_GETMARKERCOUNT: return GetMarkerCount();
     case QVSM_GETMARKER: {
       auto* value = reinterpret_cast<double*>(lParam);
       return value && qv::IsValidAddress(value, sizeof(double), qv::Access::Write) && GetMarkerValue(index, *value);
@@ -410,11 +412,8 @@ LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
       const auto* value = reinterpret_cast<const double*>(lParam);
       return value && qv::IsValidAddress(value, sizeof(double), qv::Access::Read) && SetMarkerValue(index, *value);
     }
-    case QVSM_GETSELMARKER:
-      return m_selected;
-    case QVSM_SETSELMARKER:
-      SetSelectedMarker(index);
-      return 0;
+    case QVSM_GETSELMARKER: return m_selected;
+    case QVSM_SETSELMARKER: SetSelectedMarker(index); return 0;
     case QVSM_GETRANGE: {
       auto* minimum = reinterpret_cast<double*>(wParam);
       auto* maximum = reinterpret_cast<double*>(lParam);
@@ -422,8 +421,7 @@ LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
       if (maximum && qv::IsValidAddress(maximum, sizeof(double), qv::Access::Write)) *maximum = m_maximum;
       return 0;
     }
-    case QVSM_GETSTYLES:
-      return m_styles;
+    case QVSM_GETSTYLES: return m_styles;
     case QVSM_GETTHUMBRECT: {
       auto* rect = reinterpret_cast<RECT*>(lParam);
       return rect && qv::IsValidAddress(rect, sizeof(RECT), qv::Access::Write) && GetThumbRect(index, rect);
@@ -437,12 +435,8 @@ LRESULT CQVSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
       m_font = reinterpret_cast<HFONT>(wParam);
       if (LOWORD(lParam)) Invalidate(FALSE);
       return 0;
-    case WM_GETFONT:
-      return reinterpret_cast<LRESULT>(m_font);
-    case WM_ENABLE:
-      Invalidate(FALSE);
-      return 0;
-    default:
-      return CWnd::WindowProc(message, wParam, lParam);
+    case WM_GETFONT: return reinterpret_cast<LRESULT>(m_font);
+    case WM_ENABLE: Invalidate(FALSE); return 0;
+    default: return CWnd::WindowProc(message, wParam, lParam);
   }
 }

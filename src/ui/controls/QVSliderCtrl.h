@@ -38,12 +38,12 @@
 // Messages of the slider. Values travel by pointer, since they are doubles.
 enum : UINT {
   QVSM_GETMARKERCOUNT = WM_USER + 100,  // returns the count
-  QVSM_GETMARKER,       // wParam marker, lParam double*; returns TRUE when the marker exists
-  QVSM_SETMARKER,       // wParam marker, lParam const double*; returns TRUE when the marker exists
-  QVSM_GETSELMARKER,    // returns the selected marker (-1 with none)
-  QVSM_SETSELMARKER,    // wParam marker
-  QVSM_GETRANGE,        // wParam double* minimum, lParam double* maximum
-  QVSM_GETSTYLES,       // returns the style bits
+  QVSM_GETMARKER,                       // wParam marker, lParam double*; returns TRUE when the marker exists
+  QVSM_SETMARKER,                       // wParam marker, lParam const double*; returns TRUE when the marker exists
+  QVSM_GETSELMARKER,                    // returns the selected marker (-1 with none)
+  QVSM_SETSELMARKER,                    // wParam marker
+  QVSM_GETRANGE,                        // wParam double* minimum, lParam double* maximum
+  QVSM_GETSTYLES,                       // returns the style bits
   QVSM_GETTHUMBRECT,    // wParam marker, lParam RECT* (client coordinates); returns TRUE when the marker exists
   QVSM_GETCHANNELRECT,  // lParam RECT*: the track between the range ends
 };
@@ -136,8 +136,8 @@ class CQVSliderCtrl : public qvfw::CWnd {
   std::vector<COLORREF> m_intervalColors;
   std::vector<COLORREF> m_markerColors;
   int m_selected = -1;
-  int m_dragging = -1;  // the marker under the mouse, -1 when none
-  int m_dragOffset = 0;  // pressed pixel minus the marker's pixel, so a grabbed marker does not jump
+  int m_dragging = -1;             // the marker under the mouse, -1 when none
+  int m_dragOffset = 0;            // pressed pixel minus the marker's pixel, so a grabbed marker does not jump
   bool m_dragJustPressed = false;  // the dragged marker has not moved yet since the press
-  HFONT m_font = nullptr;  // the dialog's; not ours to free
+  HFONT m_font = nullptr;          // the dialog's; not ours to free
 };

@@ -162,20 +162,11 @@ void CQVValueCombo::OnSelChange() {
 BOOL CQVValueCombo::OnChildNotify(UINT message, WPARAM wParam, LPARAM, LRESULT*) {
   if (message != WM_COMMAND || m_showing) return FALSE;
   switch (HIWORD(wParam)) {
-    case CBN_EDITCHANGE:
-      OnEditChange();
-      break;
-    case CBN_SELCHANGE:
-      OnSelChange();
-      break;
-    case CBN_CLOSEUP:
-      FlushNotification();
-      break;
-    case CBN_KILLFOCUS:
-      CommitTyped();
-      break;
-    default:
-      break;
+    case CBN_EDITCHANGE: OnEditChange(); break;
+    case CBN_SELCHANGE: OnSelChange(); break;
+    case CBN_CLOSEUP: FlushNotification(); break;
+    case CBN_KILLFOCUS: CommitTyped(); break;
+    default: break;
   }
   // The parent still sees the combo's own notifications.
   return FALSE;
@@ -186,20 +177,11 @@ void CQVValueCombo::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   // gets them through its inner edit box.
   if (!GetDroppedState()) {
     switch (key) {
-      case VK_UP:
-        StepValue(1);
-        return;
-      case VK_DOWN:
-        StepValue(-1);
-        return;
-      case VK_PRIOR:
-        PageValue(1);
-        return;
-      case VK_NEXT:
-        PageValue(-1);
-        return;
-      default:
-        break;
+      case VK_UP: StepValue(1); return;
+      case VK_DOWN: StepValue(-1); return;
+      case VK_PRIOR: PageValue(1); return;
+      case VK_NEXT: PageValue(-1); return;
+      default: break;
     }
   }
   Default();
@@ -237,8 +219,8 @@ BOOL CQVValueCombo::SubclassDlgItem(UINT id, CWnd* parent) {
 
   RECT rect = placeholder.rect;
   rect.bottom += kDropDownHeight;
-  const DWORD style =
-      WS_CHILD | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL | placeholder.visibleAndDisabled;
+  const DWORD style = WS_CHILD | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL |
+                      placeholder.visibleAndDisabled;
   if (!CreateEx(0, L"COMBOBOX", L"", style, rect, parent->m_hWnd, id)) return FALSE;
   qvctl::ReplacePlaceholder(placeholder, m_hWnd);
   AttachInnerEdit();

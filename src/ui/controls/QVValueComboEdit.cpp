@@ -16,7 +16,8 @@ void CQVValueComboEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
   DWORD start = 0;
   DWORD end = 0;
   SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-  const std::wstring after = qvctl::TextAfterReplace(GetWindowText(), start, end, std::wstring(1, static_cast<wchar_t>(ch)));
+  const std::wstring after = qvctl::TextAfterReplace(GetWindowText(), start, end,
+                                                     std::wstring(1, static_cast<wchar_t>(ch)));
   if (!qvctl::IsAcceptableNumericText(after, m_owner.AllowsNegative(), false)) {
     ::MessageBeep(MB_OK);
     return;
@@ -47,8 +48,7 @@ void CQVValueComboEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
         return;
       }
       break;
-    default:
-      break;
+    default: break;
   }
   Default();
 }
@@ -63,8 +63,8 @@ UINT CQVValueComboEdit::OnGetDlgCode(MSG* msg) {
 }
 
 BOOL CQVValueComboEdit::OnMouseWheel(UINT flags, short delta, POINT point) {
-  return static_cast<BOOL>(m_owner.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, static_cast<WORD>(delta)),
-                                               MAKELPARAM(point.x, point.y)));
+  return static_cast<BOOL>(
+      m_owner.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(flags, static_cast<WORD>(delta)), MAKELPARAM(point.x, point.y)));
 }
 
 void CQVValueComboEdit::OnPaste() {
@@ -72,9 +72,8 @@ void CQVValueComboEdit::OnPaste() {
   DWORD start = 0;
   DWORD end = 0;
   SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-  if (pasted.empty() ||
-      !qvctl::IsAcceptableNumericText(qvctl::TextAfterReplace(GetWindowText(), start, end, pasted),
-                                      m_owner.AllowsNegative(), false)) {
+  if (pasted.empty() || !qvctl::IsAcceptableNumericText(qvctl::TextAfterReplace(GetWindowText(), start, end, pasted),
+                                                        m_owner.AllowsNegative(), false)) {
     ::MessageBeep(MB_OK);
     return;
   }

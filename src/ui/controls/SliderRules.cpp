@@ -122,8 +122,8 @@ SliderSteps StepsFor(double minimum, double maximum, double ticFrequency, unsign
   return steps;
 }
 
-double KeyTarget(const std::vector<double>& markers, int index, SliderKey key, const SliderSteps& steps,
-                 double minimum, double maximum, unsigned styles) {
+double KeyTarget(const std::vector<double>& markers, int index, SliderKey key, const SliderSteps& steps, double minimum,
+                 double maximum, unsigned styles) {
   if (!ValidIndex(markers, index)) return minimum;
   const double value = markers[index];
   const MarkerLimits limits = LimitsOf(markers, index, minimum, maximum, styles);

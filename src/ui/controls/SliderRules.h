@@ -82,8 +82,8 @@ SliderSteps StepsFor(double minimum, double maximum, double ticFrequency, unsign
 // Where a key sends marker `index` (before the limits are applied). Home and
 // End go to the marker's limits. A whole-number slider steps onto whole
 // numbers, so a marker at 333.5 goes to 334 and 333.
-double KeyTarget(const std::vector<double>& markers, int index, SliderKey key, const SliderSteps& steps,
-                 double minimum, double maximum, unsigned styles);
+double KeyTarget(const std::vector<double>& markers, int index, SliderKey key, const SliderSteps& steps, double minimum,
+                 double maximum, unsigned styles);
 
 // Tick pixels: one every `frequency` values from the minimum, and the
 // maximum; the spacing is doubled until neighbouring ticks are at least

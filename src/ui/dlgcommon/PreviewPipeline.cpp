@@ -44,8 +44,8 @@ void CPreviewPipeline::Invalidate() {
   m_sourceCover = qvpreview::RegionCover::kWhole;
 }
 
-int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height,
-                             CQVBitmap* out, qvpreview::RegionCover* cover) const {
+int CPreviewPipeline::Reduce(const BITMAPHANDLE& from, const RECT& region, int width, int height, CQVBitmap* out,
+                             qvpreview::RegionCover* cover) const {
   // The kernel's reduction keeps the window-level table and carries the region over to the smaller grid; a
   // region that does not reach that grid means no pixel there may change.
   BITMAPHANDLE reduced{};
@@ -131,8 +131,8 @@ int CPreviewPipeline::Render(const Effect& effect, bool neighbourhood, CQVBitmap
     CQVBitmap shown;
     const BITMAPHANDLE& done = *work.GetHandle();
     qvpreview::RegionCover shownCover;
-    const int rc =
-        Reduce(done, RECT{0, 0, done.nWidth, done.nHeight}, source.nWidth, source.nHeight, &shown, &shownCover);
+    const int rc = Reduce(done, RECT{0, 0, done.nWidth, done.nHeight}, source.nWidth, source.nHeight, &shown,
+                          &shownCover);
     if (rc != QV_SUCCESS) {
       m_lastResult = rc;
       return 0;

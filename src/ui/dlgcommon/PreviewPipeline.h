@@ -33,8 +33,8 @@ enum class RegionCover {
 }  // namespace qvpreview
 
 struct PreviewView {
-  RECT visible;   // the image rectangle the pane shows (image pixels, clipped to the image)
-  double scale;   // pane pixels per image pixel
+  RECT visible;  // the image rectangle the pane shows (image pixels, clipped to the image)
+  double scale;  // pane pixels per image pixel
 };
 
 class CPreviewPipeline {

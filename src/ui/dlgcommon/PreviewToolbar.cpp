@@ -74,8 +74,7 @@ void DrawGlyph(HDC dc, int glyph, int size, HFONT font) {
       Polygon(dc, head, 3);
       break;
     }
-    default:
-      break;
+    default: break;
   }
 }
 
@@ -137,8 +136,8 @@ bool CPreviewToolbar::Create(HWND dialog, int id, HFONT font, const Commands& co
     stringIds[i] = SendMessageW(m_toolbar, TB_ADDSTRINGW, 0, reinterpret_cast<LPARAM>(text.c_str()));
   }
   TBBUTTON buttons[6] = {};
-  const int ids[6] = {commands.zoomNormal, commands.zoomFit, 0, commands.splitView, commands.effectToggle,
-                      commands.resetView};
+  const int ids[6] = {commands.zoomNormal, commands.zoomFit,      0,
+                      commands.splitView,  commands.effectToggle, commands.resetView};
   const int images[6] = {kGlyphZoomNormal, kGlyphZoomFit, 0, kGlyphSplit, kGlyphEffect, kGlyphReset};
   const int strings[6] = {0, 1, -1, 2, 3, 4};
   for (int i = 0; i < 6; ++i) {

@@ -107,8 +107,8 @@ void CQVBaseDialog::ShiftOkCancelBtns(int mode) {
   const RECT cancelRect = rectOf(cancel);
   // The button nearer the Help button (further right, or further down in a
   // column) takes its place; the other moves by the same step.
-  const bool cancelIsLast =
-      cancelRect.left > okRect.left || (cancelRect.left == okRect.left && cancelRect.top > okRect.top);
+  const bool cancelIsLast = cancelRect.left > okRect.left ||
+                            (cancelRect.left == okRect.left && cancelRect.top > okRect.top);
   const RECT& last = cancelIsLast ? cancelRect : okRect;
   const int dx = helpRect.left - last.left;
   const int dy = helpRect.top - last.top;
@@ -141,7 +141,8 @@ BOOL CQVBaseDialog::OnHelpInfo(HELPINFO* info) {
 }
 
 BOOL CQVBaseDialog::PreTranslateMessage(MSG* msg) {
-  if (msg->message != WM_KEYDOWN || msg->wParam != VK_F1 || !m_helpCallback) return qvfw::CDialog::PreTranslateMessage(msg);
+  if (msg->message != WM_KEYDOWN || msg->wParam != VK_F1 || !m_helpCallback)
+    return qvfw::CDialog::PreTranslateMessage(msg);
   // The control is the dialog's direct child that holds the focused window
   // (the edit inside a combo box counts as the combo box).
   HWND control = msg->hwnd;

@@ -383,8 +383,8 @@ void CQVBeforeAfterDlg::SetDialogStrings() {
 
 void CQVBeforeAfterDlg::Layout() {
   HWND toolbar = m_toolbar->Handle();
-  const bool toolbarShown =
-      toolbar && (::GetWindowLongW(toolbar, GWL_STYLE) & WS_VISIBLE) && m_toolbar->ButtonCount() > 0;
+  const bool toolbarShown = toolbar && (::GetWindowLongW(toolbar, GWL_STYLE) & WS_VISIBLE) &&
+                            m_toolbar->ButtonCount() > 0;
   RECT before = m_viewArea[0];
   RECT after = m_viewArea[1];
   if (toolbarShown) {
@@ -392,8 +392,7 @@ void CQVBeforeAfterDlg::Layout() {
     // so they stay the same size.
     const SIZE needed = m_toolbar->NeededSize();
     const int top = std::min(before.top, after.top);
-    ::SetWindowPos(toolbar, nullptr, after.right - needed.cx, top, needed.cx, needed.cy,
-                   SWP_NOZORDER | SWP_NOACTIVATE);
+    ::SetWindowPos(toolbar, nullptr, after.right - needed.cx, top, needed.cx, needed.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     const int shift = needed.cy + kToolbarGap;
     before.top += shift;
     after.top += shift;
@@ -414,11 +413,8 @@ LRESULT CQVBeforeAfterDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
         RenderNow();
       }
       return 0;
-    case kMsgLayout:
-      Layout();
-      return 0;
-    default:
-      return CQVBaseDialog::WindowProc(message, wParam, lParam);
+    case kMsgLayout: Layout(); return 0;
+    default: return CQVBaseDialog::WindowProc(message, wParam, lParam);
   }
 }
 
@@ -438,8 +434,7 @@ BOOL CQVBeforeAfterDlg::OnCommand(WPARAM wParam, LPARAM lParam) {
           return TRUE;
         }
         break;
-      default:
-        break;
+      default: break;
     }
   }
   return CQVBaseDialog::OnCommand(wParam, lParam);

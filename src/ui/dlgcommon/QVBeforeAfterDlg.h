@@ -53,8 +53,8 @@ class CQVBeforeAfterDlg : public CQVBaseDialog {
 
   // The reserved word and the last argument (always 1) are taken for the
   // exports' calling convention and mean nothing here.
-  CQVBeforeAfterDlg(UINT templateId, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned dialogId,
-                    unsigned reserved, int flags);
+  CQVBeforeAfterDlg(UINT templateId, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned dialogId, unsigned reserved,
+                    int flags);
   ~CQVBeforeAfterDlg() override;
 
   // 0: value changes no longer render (the after pane keeps what it shows).

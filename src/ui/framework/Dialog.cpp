@@ -86,8 +86,8 @@ BOOL CDialog::Create(UINT templateId, CWnd* parent) {
   m_nIDTemplate = templateId;
   if (parent) m_hWndParent = parent->m_hWnd;
   m_modal = false;
-  HWND window = ::CreateDialogParamW(ModuleInstance(), MAKEINTRESOURCEW(templateId), m_hWndParent,
-                                     &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
+  HWND window = ::CreateDialogParamW(ModuleInstance(), MAKEINTRESOURCEW(templateId), m_hWndParent, &CDialog::DialogProc,
+                                     reinterpret_cast<LPARAM>(this));
   return window ? TRUE : FALSE;
 }
 
@@ -162,14 +162,9 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM) {
   // an edit's notification that happens to carry id 1 must not.
   if (HIWORD(wParam) > 1) return FALSE;
   switch (LOWORD(wParam)) {
-    case IDOK:
-      OnOK();
-      return TRUE;
-    case IDCANCEL:
-      OnCancel();
-      return TRUE;
-    default:
-      return FALSE;
+    case IDOK: OnOK(); return TRUE;
+    case IDCANCEL: OnCancel(); return TRUE;
+    default: return FALSE;
   }
 }
 

@@ -115,8 +115,7 @@ void CWnd::Unmap() {
 
 void CWnd::Unhook() {
   if (m_hook == Hook::kSubclass) ::RemoveWindowSubclass(m_hWnd, &CWnd::SubclassProc, kSubclassId);
-  if (m_hook != Hook::kNone &&
-      ::GetWindowLongPtrW(m_hWnd, m_userDataIndex) == reinterpret_cast<LONG_PTR>(this)) {
+  if (m_hook != Hook::kNone && ::GetWindowLongPtrW(m_hWnd, m_userDataIndex) == reinterpret_cast<LONG_PTR>(this)) {
     ::SetWindowLongPtrW(m_hWnd, m_userDataIndex, 0);
   }
   Unmap();
@@ -220,16 +219,15 @@ void CWnd::MoveWindow(const RECT& rect, BOOL repaint) {
   ::MoveWindow(m_hWnd, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, repaint);
 }
 
-void CWnd::ScreenToClient(RECT* rect) const {
-  ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(rect), 2);
-}
+void CWnd::ScreenToClient(RECT* rect) const { ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(rect), 2); }
 
 BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT swpFlags) {
   const DWORD style = GetStyle();
   const DWORD changed = (style & ~remove) | add;
   if (changed == style) return FALSE;
   ::SetWindowLongPtrW(m_hWnd, GWL_STYLE, changed);
-  if (swpFlags) ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
+  if (swpFlags)
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
   return TRUE;
 }
 
@@ -238,7 +236,8 @@ BOOL CWnd::ModifyStyleEx(DWORD remove, DWORD add, UINT swpFlags) {
   const DWORD changed = (style & ~remove) | add;
   if (changed == style) return FALSE;
   ::SetWindowLongPtrW(m_hWnd, GWL_EXSTYLE, changed);
-  if (swpFlags) ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
+  if (swpFlags)
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | swpFlags);
   return TRUE;
 }
 
@@ -298,12 +297,9 @@ LRESULT CWnd::DispatchNcDestroy(WPARAM wParam, LPARAM lParam) {
 LRESULT CWnd::Default() {
   if (!m_current.active || !m_hWnd) return 0;
   switch (m_hook) {
-    case Hook::kSubclass:
-      return ::DefSubclassProc(m_hWnd, m_current.message, m_current.wParam, m_current.lParam);
-    case Hook::kClassProc:
-      return ::DefWindowProcW(m_hWnd, m_current.message, m_current.wParam, m_current.lParam);
-    case Hook::kNone:
-      break;
+    case Hook::kSubclass: return ::DefSubclassProc(m_hWnd, m_current.message, m_current.wParam, m_current.lParam);
+    case Hook::kClassProc: return ::DefWindowProcW(m_hWnd, m_current.message, m_current.wParam, m_current.lParam);
+    case Hook::kNone: break;
   }
   return 0;
 }
@@ -355,74 +351,34 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
       OnDrawItem(static_cast<int>(wParam), drawItem);
       return TRUE;
     }
-    case WM_CREATE:
-      return OnCreate(reinterpret_cast<LPCREATESTRUCTW>(lParam));
-    case WM_DESTROY:
-      OnDestroy();
-      return 0;
-    case WM_PAINT:
-      OnPaint();
-      return 0;
-    case WM_ERASEBKGND:
-      return OnEraseBkgnd(reinterpret_cast<HDC>(wParam));
-    case WM_PRINTCLIENT:
-      OnPrintClient(reinterpret_cast<HDC>(wParam), static_cast<UINT>(lParam));
-      return 0;
+    case WM_CREATE: return OnCreate(reinterpret_cast<LPCREATESTRUCTW>(lParam));
+    case WM_DESTROY: OnDestroy(); return 0;
+    case WM_PAINT: OnPaint(); return 0;
+    case WM_ERASEBKGND: return OnEraseBkgnd(reinterpret_cast<HDC>(wParam));
+    case WM_PRINTCLIENT: OnPrintClient(reinterpret_cast<HDC>(wParam), static_cast<UINT>(lParam)); return 0;
     case WM_SIZE:
       OnSize(static_cast<UINT>(wParam), static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
       return 0;
-    case WM_TIMER:
-      OnTimer(wParam);
-      return 0;
-    case WM_KEYDOWN:
-      OnKeyDown(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam));
-      return 0;
-    case WM_KEYUP:
-      OnKeyUp(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam));
-      return 0;
-    case WM_CHAR:
-      OnChar(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam));
-      return 0;
-    case WM_GETDLGCODE:
-      return OnGetDlgCode(reinterpret_cast<MSG*>(lParam));
-    case WM_SETFOCUS:
-      OnSetFocus(reinterpret_cast<HWND>(wParam));
-      return 0;
-    case WM_KILLFOCUS:
-      OnKillFocus(reinterpret_cast<HWND>(wParam));
-      return 0;
-    case WM_LBUTTONDOWN:
-      OnLButtonDown(static_cast<UINT>(wParam), PointFromLParam(lParam));
-      return 0;
-    case WM_LBUTTONUP:
-      OnLButtonUp(static_cast<UINT>(wParam), PointFromLParam(lParam));
-      return 0;
-    case WM_LBUTTONDBLCLK:
-      OnLButtonDblClk(static_cast<UINT>(wParam), PointFromLParam(lParam));
-      return 0;
-    case WM_RBUTTONDOWN:
-      OnRButtonDown(static_cast<UINT>(wParam), PointFromLParam(lParam));
-      return 0;
-    case WM_MOUSEMOVE:
-      OnMouseMove(static_cast<UINT>(wParam), PointFromLParam(lParam));
-      return 0;
+    case WM_TIMER: OnTimer(wParam); return 0;
+    case WM_KEYDOWN: OnKeyDown(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_KEYUP: OnKeyUp(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_CHAR: OnChar(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_GETDLGCODE: return OnGetDlgCode(reinterpret_cast<MSG*>(lParam));
+    case WM_SETFOCUS: OnSetFocus(reinterpret_cast<HWND>(wParam)); return 0;
+    case WM_KILLFOCUS: OnKillFocus(reinterpret_cast<HWND>(wParam)); return 0;
+    case WM_LBUTTONDOWN: OnLButtonDown(static_cast<UINT>(wParam), PointFromLParam(lParam)); return 0;
+    case WM_LBUTTONUP: OnLButtonUp(static_cast<UINT>(wParam), PointFromLParam(lParam)); return 0;
+    case WM_LBUTTONDBLCLK: OnLButtonDblClk(static_cast<UINT>(wParam), PointFromLParam(lParam)); return 0;
+    case WM_RBUTTONDOWN: OnRButtonDown(static_cast<UINT>(wParam), PointFromLParam(lParam)); return 0;
+    case WM_MOUSEMOVE: OnMouseMove(static_cast<UINT>(wParam), PointFromLParam(lParam)); return 0;
     case WM_MOUSEWHEEL:
       return OnMouseWheel(LOWORD(wParam), static_cast<short>(HIWORD(wParam)), PointFromLParam(lParam));
-    case WM_CAPTURECHANGED:
-      OnCaptureChanged(reinterpret_cast<HWND>(lParam));
-      return 0;
-    case WM_SETCURSOR:
-      return OnSetCursor(reinterpret_cast<HWND>(wParam), LOWORD(lParam), HIWORD(lParam));
-    case WM_CONTEXTMENU:
-      OnContextMenu(reinterpret_cast<HWND>(wParam), PointFromLParam(lParam));
-      return 0;
-    case WM_HELP:
-      return OnHelpInfo(reinterpret_cast<HELPINFO*>(lParam));
-    case WM_PASTE:
-      OnPaste();
-      return 0;
-    default:
-      return Default();
+    case WM_CAPTURECHANGED: OnCaptureChanged(reinterpret_cast<HWND>(lParam)); return 0;
+    case WM_SETCURSOR: return OnSetCursor(reinterpret_cast<HWND>(wParam), LOWORD(lParam), HIWORD(lParam));
+    case WM_CONTEXTMENU: OnContextMenu(reinterpret_cast<HWND>(wParam), PointFromLParam(lParam)); return 0;
+    case WM_HELP: return OnHelpInfo(reinterpret_cast<HELPINFO*>(lParam));
+    case WM_PASTE: OnPaste(); return 0;
+    default: return Default();
   }
 }
 

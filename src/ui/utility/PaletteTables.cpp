@@ -54,18 +54,14 @@ int CompareBrightness(const HsbKey& a, const HsbKey& b) {
 
 int CompareKeys(const HsbKey& a, const HsbKey& b, PaletteOrder order) {
   switch (order) {
-    case PaletteOrder::kHue:
-      return CompareHue(a, b);
-    case PaletteOrder::kSaturation:
-      return Compare(a.saturation, b.saturation);
-    case PaletteOrder::kBrightness:
-      return CompareBrightness(a, b);
+    case PaletteOrder::kHue: return CompareHue(a, b);
+    case PaletteOrder::kSaturation: return Compare(a.saturation, b.saturation);
+    case PaletteOrder::kBrightness: return CompareBrightness(a, b);
     case PaletteOrder::kHSB:
       if (const int c = CompareHue(a, b)) return c;
       if (const int c = Compare(a.saturation, b.saturation)) return c;
       return CompareBrightness(a, b);
-    case PaletteOrder::kRGB:
-      break;
+    case PaletteOrder::kRGB: break;
   }
   return 0;
 }

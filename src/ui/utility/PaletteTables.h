@@ -89,14 +89,10 @@ enum class RingRole { kLow, kHigh, kRising, kFalling };
 
 constexpr int RingLevel(RingRole role, const int (&level)[5], int step) {
   switch (role) {
-    case RingRole::kLow:
-      return level[0];
-    case RingRole::kHigh:
-      return level[4];
-    case RingRole::kRising:
-      return level[step];
-    case RingRole::kFalling:
-      break;
+    case RingRole::kLow: return level[0];
+    case RingRole::kHigh: return level[4];
+    case RingRole::kRising: return level[step];
+    case RingRole::kFalling: break;
   }
   return level[4 - step];
 }

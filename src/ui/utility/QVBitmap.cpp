@@ -132,9 +132,7 @@ int CQVBitmap::PutPixelColor(int x, int y, COLORREF color) {
   return Usable() ? Keep(Q_PutPixelColor(GetHandle(), x, y, color, 0)) : 0;
 }
 
-void CQVBitmap::SetPaintGamma(unsigned gamma) {
-  m_paintGamma = gamma >= 1 && gamma <= kMaxGamma ? gamma : kNoGamma;
-}
+void CQVBitmap::SetPaintGamma(unsigned gamma) { m_paintGamma = gamma >= 1 && gamma <= kMaxGamma ? gamma : kNoGamma; }
 
 int CQVBitmap::Paint(HDC dc, const RECT* src, const RECT* srcClip, const RECT* dst, const RECT* dstClip,
                      unsigned flags) {
@@ -150,7 +148,8 @@ int CQVBitmap::Paint(HDC dc, const RECT* src, const RECT* srcClip, const RECT* d
     if (!IntersectRect(&clipped, &source, srcClip)) return Keep(QV_SUCCESS);
     const double sx = double(target.right - target.left) / (source.right - source.left);
     const double sy = double(target.bottom - target.top) / (source.bottom - source.top);
-    target = RECT{target.left + int((clipped.left - source.left) * sx), target.top + int((clipped.top - source.top) * sy),
+    target = RECT{target.left + int((clipped.left - source.left) * sx),
+                  target.top + int((clipped.top - source.top) * sy),
                   target.left + int((clipped.right - source.left) * sx),
                   target.top + int((clipped.bottom - source.top) * sy)};
     source = clipped;
@@ -179,13 +178,9 @@ int CQVBitmap::Contrast(int change) { return Usable() ? Keep(Q_ChangeBitmapContr
 
 int CQVBitmap::Hue(int angle) { return Usable() ? Keep(Q_ChangeBitmapHue(GetHandle(), angle, 0)) : 0; }
 
-int CQVBitmap::Saturation(int change) {
-  return Usable() ? Keep(Q_ChangeBitmapSaturation(GetHandle(), change, 0)) : 0;
-}
+int CQVBitmap::Saturation(int change) { return Usable() ? Keep(Q_ChangeBitmapSaturation(GetHandle(), change, 0)) : 0; }
 
-int CQVBitmap::HistoContrast(int change) {
-  return Usable() ? Keep(Q_HistoContrastBitmap(GetHandle(), change, 0)) : 0;
-}
+int CQVBitmap::HistoContrast(int change) { return Usable() ? Keep(Q_HistoContrastBitmap(GetHandle(), change, 0)) : 0; }
 
 int CQVBitmap::HistoContrast(int change, int median) {
   return Usable() ? Keep(Q_HistoContrastBitmapExt(GetHandle(), change, median, 0)) : 0;
@@ -193,9 +188,7 @@ int CQVBitmap::HistoContrast(int change, int median) {
 
 int CQVBitmap::Posterize(unsigned levels) { return Usable() ? Keep(Q_PosterizeBitmap(GetHandle(), levels, 0)) : 0; }
 
-int CQVBitmap::Solarize(unsigned threshold) {
-  return Usable() ? Keep(Q_SolarizeBitmap(GetHandle(), threshold, 0)) : 0;
-}
+int CQVBitmap::Solarize(unsigned threshold) { return Usable() ? Keep(Q_SolarizeBitmap(GetHandle(), threshold, 0)) : 0; }
 
 int CQVBitmap::GammaAdjustment(unsigned red, unsigned green, unsigned blue) {
   return Usable() ? Keep(Q_GammaCorrectBitmapExt(GetHandle(), red, green, blue, 0)) : 0;

@@ -61,20 +61,16 @@ int NeededWidth(HWND control, HFONT font, TextKind kind) {
   if (!dc) return 0;
   qvfw::SelectObjectScope selectFont(dc.Get(), font);
   RECT box{0, 0, 0, 0};
-  const UINT noPrefix = (kind == TextKind::kLabel && (GetWindowLongW(control, GWL_STYLE) & SS_NOPREFIX)) ? DT_NOPREFIX : 0;
+  const UINT noPrefix = (kind == TextKind::kLabel && (GetWindowLongW(control, GWL_STYLE) & SS_NOPREFIX)) ? DT_NOPREFIX
+                                                                                                         : 0;
   DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), &box, DT_CALCRECT | DT_SINGLELINE | noPrefix);
   int width = box.right - box.left;
   TEXTMETRICW tm{};
   GetTextMetricsW(dc.Get(), &tm);
   switch (kind) {
-    case TextKind::kPushButton:
-      width += 2 * tm.tmAveCharWidth + 2 * GetSystemMetrics(SM_CXEDGE);
-      break;
-    case TextKind::kCheck:
-      width += GetSystemMetrics(SM_CXMENUCHECK) + tm.tmAveCharWidth;
-      break;
-    default:
-      break;
+    case TextKind::kPushButton: width += 2 * tm.tmAveCharWidth + 2 * GetSystemMetrics(SM_CXEDGE); break;
+    case TextKind::kCheck: width += GetSystemMetrics(SM_CXMENUCHECK) + tm.tmAveCharWidth; break;
+    default: break;
   }
   return width;
 }

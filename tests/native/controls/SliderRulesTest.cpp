@@ -25,9 +25,9 @@ TEST(SliderAxis, ValuesAndPixelsRoundHalfUpAndStayOnTheTrack) {
     double value;
     int pixel;
   };
-  const Case cases[] = {{wide, 0, 10},      {wide, 1000, 310},  {wide, 500, 160}, {wide, 1, 10},
-                        {wide, 2, 11},      {wide, -5, 10},     {wide, 1e300, 310}, {odd, 0, 4},
-                        {even, 1.25, 1},    {{5, 5, 3, 9}, 5, 3}, {even, std::nan(""), 0}};
+  const Case cases[] = {{wide, 0, 10},   {wide, 1000, 310},    {wide, 500, 160},       {wide, 1, 10},
+                        {wide, 2, 11},   {wide, -5, 10},       {wide, 1e300, 310},     {odd, 0, 4},
+                        {even, 1.25, 1}, {{5, 5, 3, 9}, 5, 3}, {even, std::nan(""), 0}};
   for (const Case& c : cases) EXPECT_EQ(ValueToPixel(c.axis, c.value), c.pixel) << c.value;
 
   struct Back {
@@ -37,9 +37,15 @@ TEST(SliderAxis, ValuesAndPixelsRoundHalfUpAndStayOnTheTrack) {
     double value;
   };
   const Back backs[] = {
-      {wide, 11, false, 1000.0 / 300}, {wide, 11, true, 3},  {wide, 0, true, 0},   {wide, 400, true, 1000},
-      {odd, 1, true, -714},            {even, 1, false, 2.5}, {even, 1, true, 3},  // half up
-      {inner, 0, true, 1},             {inner, 3, true, 3},  // 3.5 would round out of the range
+      {wide, 11, false, 1000.0 / 300},
+      {wide, 11, true, 3},
+      {wide, 0, true, 0},
+      {wide, 400, true, 1000},
+      {odd, 1, true, -714},
+      {even, 1, false, 2.5},
+      {even, 1, true, 3},  // half up
+      {inner, 0, true, 1},
+      {inner, 3, true, 3},               // 3.5 would round out of the range
       {{0.2, 0.8, 0, 3}, 2, true, 0.6},  // no whole number inside: the value as it is
       {{0, 1000, 5, 5}, 5, true, 0},
   };
@@ -83,12 +89,18 @@ TEST(SliderMarkers, MovesStopAtNeighboursOrPushThemAndNeverCross) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const std::vector<double> two{300, 600}, three{300, 600, 800};
   const Case cases[] = {
-      {two, 0, 700, kStop, {600, 600}, true},   {two, 1, 100, kStop, {300, 300}, true},
-      {two, 0, -50, kStop, {0, 600}, true},     {two, 1, 1200, kStop, {300, 1000}, true},
-      {two, 0, 300, kStop, two, false},         {{500, 500}, 0, 700, kStop, {500, 500}, false},
-      {three, 0, 900, 0, {900, 900, 900}, true}, {three, 2, 100, 0, {100, 100, 100}, true},
-      {three, 1, 700, 0, {300, 700, 800}, true}, {two, 0, nan, 0, two, false},
-      {two, 2, 10, 0, two, false},               {two, -1, 10, 0, two, false},
+      {two, 0, 700, kStop, {600, 600}, true},
+      {two, 1, 100, kStop, {300, 300}, true},
+      {two, 0, -50, kStop, {0, 600}, true},
+      {two, 1, 1200, kStop, {300, 1000}, true},
+      {two, 0, 300, kStop, two, false},
+      {{500, 500}, 0, 700, kStop, {500, 500}, false},
+      {three, 0, 900, 0, {900, 900, 900}, true},
+      {three, 2, 100, 0, {100, 100, 100}, true},
+      {three, 1, 700, 0, {300, 700, 800}, true},
+      {two, 0, nan, 0, two, false},
+      {two, 2, 10, 0, two, false},
+      {two, -1, 10, 0, two, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << "marker " << c.index << " to " << c.target);
@@ -110,16 +122,20 @@ TEST(SliderKeys, KeysStepOntoWholeNumbersAndHomeEndReachTheLimits) {
     double target;
   };
   const Case cases[] = {
-      {0, SliderKey::kLineUp, kInt | kStop, 334}, {0, SliderKey::kLineDown, kInt | kStop, 333},
-      {1, SliderKey::kTickUp, kInt | kStop, 676}, {1, SliderKey::kPageDown, kInt | kStop, 567},
-      {1, SliderKey::kHome, kInt | kStop, 333.5}, {0, SliderKey::kEnd, kInt | kStop, 666.4},
-      {0, SliderKey::kHome, kInt | kStop, 0},     {1, SliderKey::kEnd, kInt | kStop, 1000},
-      {1, SliderKey::kHome, kInt, 0},             {0, SliderKey::kLineUp, 0, 343.5},  // a hundredth of the range
+      {0, SliderKey::kLineUp, kInt | kStop, 334},
+      {0, SliderKey::kLineDown, kInt | kStop, 333},
+      {1, SliderKey::kTickUp, kInt | kStop, 676},
+      {1, SliderKey::kPageDown, kInt | kStop, 567},
+      {1, SliderKey::kHome, kInt | kStop, 333.5},
+      {0, SliderKey::kEnd, kInt | kStop, 666.4},
+      {0, SliderKey::kHome, kInt | kStop, 0},
+      {1, SliderKey::kEnd, kInt | kStop, 1000},
+      {1, SliderKey::kHome, kInt, 0},
+      {0, SliderKey::kLineUp, 0, 343.5},  // a hundredth of the range
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << "marker " << c.index << " key " << static_cast<int>(c.key));
-    EXPECT_DOUBLE_EQ(KeyTarget(markers, c.index, c.key, StepsFor(0, 1000, 10, c.styles), 0, 1000, c.styles),
-                     c.target);
+    EXPECT_DOUBLE_EQ(KeyTarget(markers, c.index, c.key, StepsFor(0, 1000, 10, c.styles), 0, 1000, c.styles), c.target);
   }
   EXPECT_DOUBLE_EQ(StepsFor(0, 1, 0, 0).tick, 0.01) << "no ticks: Ctrl steps by a line";
   EXPECT_EQ(StepsFor(0, 4, 0, kInt).page, 1) << "a page is never less than one";
@@ -133,10 +149,9 @@ TEST(SliderTicks, TicksThinOutToStayApartAndEndOnTheMaximum) {
     int second;
   };
   const Case cases[] = {
-      {{0, 1000, 0, 300}, 10, 51, 6},    // 3 px apart would be too dense: every 20
-      {{0, 255, 0, 255}, 10, 27, 10},    // 0, 10, ..., 250 and the maximum
-      {{-1000, 1000, 0, 200}, 10, 51, 4},
-      {{0, 10, 0, 100}, 20, 2, 100},     // only the ends
+      {{0, 1000, 0, 300}, 10, 51, 6},                                     // 3 px apart would be too dense: every 20
+      {{0, 255, 0, 255}, 10, 27, 10},                                     // 0, 10, ..., 250 and the maximum
+      {{-1000, 1000, 0, 200}, 10, 51, 4}, {{0, 10, 0, 100}, 20, 2, 100},  // only the ends
       {{0, 10, 0, 100}, 5, 3, 50},
   };
   for (const Case& c : cases) {
@@ -158,9 +173,8 @@ TEST(SliderLabels, LabelsAreWholeOrTrimmed) {
     const wchar_t* text;
   };
   const Case cases[] = {
-      {333.5, kInt, L"334"}, {-0.4, kInt, L"0"},  {-2.5, kInt, L"-2"},  {-1000, kInt, L"-1000"},
-      {12.5, 0, L"12.5"},    {1.10, 0, L"1.1"},   {0.004, 0, L"0"},     {-0.001, 0, L"0"},
-      {255, 0, L"255"},      {std::nan(""), 0, L""},
+      {333.5, kInt, L"334"}, {-0.4, kInt, L"0"}, {-2.5, kInt, L"-2"}, {-1000, kInt, L"-1000"}, {12.5, 0, L"12.5"},
+      {1.10, 0, L"1.1"},     {0.004, 0, L"0"},   {-0.001, 0, L"0"},   {255, 0, L"255"},        {std::nan(""), 0, L""},
   };
   for (const Case& c : cases) EXPECT_EQ(FormatMarkerValue(c.value, c.styles), c.text) << c.value;
   EXPECT_EQ(FormatMarkerValue(1e300, kInt).size(), 301u);

@@ -23,7 +23,7 @@ TEST(GrayRules, MarkersRoundByTheFirstDecimalAndSplitIntoWeightsThatAddUp) {
   } cases[] = {
       {333.5, 666.4, {334, 332, 334}},
       {333.45, 666.96, {333, 334, 333}},  // only the first decimal counts
-      {332.5, 665.5, {333, 333, 334}},   // halves go up, not to the even neighbour
+      {332.5, 665.5, {333, 333, 334}},    // halves go up, not to the even neighbour
       {0, 0, {0, 0, 1000}},
       {0, 1000, {0, 1000, 0}},
       {999.5, 999.9, {1000, 0, 0}},

@@ -20,10 +20,10 @@ TEST(IntensityRange, FollowsGrayTestLutFlagAndDepthAndOtherwiseKeepsTheCurrentMa
     int expected;
   };
   const Case cases[] = {
-      {0, 0, 24, 4095, 255},               // colour: always 255 below 48 bits, whatever was there
+      {0, 0, 24, 4095, 255},  // colour: always 255 below 48 bits, whatever was there
       {0, 0, 48, 255, 65535},
-      {0, 0, 16, 255, 255},                // 5-6-5 colour
-      {1, 0, 8, 300, 300},                 // 8-bit gray keeps the current maximum
+      {0, 0, 16, 255, 255},  // 5-6-5 colour
+      {1, 0, 8, 300, 300},   // 8-bit gray keeps the current maximum
       {1, 0, 12, 255, 4095},
       {1, 0, 16, 255, 65535},
       {0, QV_BMF_USELUT, 16, 255, 65535},  // painted through its LUT counts as gray
@@ -42,9 +42,14 @@ TEST(IntensityBounds, InsideIsTakenOutsideBecomesTheMinimumAndNothingTiesLowToHi
     int expected;
   };
   const Case cases[] = {
-      {0, {0, 255}, 0},          {255, {0, 255}, 255},       {256, {0, 255}, 0},
-      {300, {0, 255}, 0},        {300, {0, 65535}, 300},     {65535, {0, 65535}, 65535},
-      {65536, {0, 65535}, 0},    {0xFFFFFFFFu, {0, 255}, 0},  // huge unsigned, not -1
+      {0, {0, 255}, 0},
+      {255, {0, 255}, 255},
+      {256, {0, 255}, 0},
+      {300, {0, 255}, 0},
+      {300, {0, 65535}, 300},
+      {65535, {0, 65535}, 65535},
+      {65536, {0, 65535}, 0},
+      {0xFFFFFFFFu, {0, 255}, 0},  // huge unsigned, not -1
       {0x80000000u, {0, 65535}, 0},
   };
   for (const Case& c : cases) EXPECT_EQ(TakeIntensityBound(c.raw, c.range), c.expected) << c.raw;

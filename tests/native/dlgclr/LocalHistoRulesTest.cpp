@@ -49,12 +49,12 @@ TEST(LheCallerValues, WidthHeightAndColorSpaceFallBackExtensionsAndSmoothingPass
     uint32_t expectSpace;
   };
   const Case cases[] = {
-      {3, 3, 1, 4, 3, 1, 1},          // height not above the smoothing; width never compared
+      {3, 3, 1, 4, 3, 1, 1},  // height not above the smoothing; width never compared
       {3, 5, 2, 4, 3, 5, 2},
-      {3, 4, 4, 4, 3, 1, 4},          // equal is not above
-      {0, 0, 3, 0, 1, 1, 1},          // 0 and colour space 3
+      {3, 4, 4, 4, 3, 1, 4},  // equal is not above
+      {0, 0, 3, 0, 1, 1, 1},  // 0 and colour space 3
       {-5, -5, 0, 0, 1, 1, 1},
-      {1, 1, 0, 0, 1, 1, 1},          // 1 > 0
+      {1, 1, 0, 0, 1, 1, 1},              // 1 > 0
       {7, 100, 5, 0xFFFFFFFFu, 7, 1, 1},  // unsigned comparison: a huge smoothing beats any height
       {2147483647, 2147483647, 8, 9, 2147483647, 2147483647, 1},
   };
@@ -73,7 +73,7 @@ TEST(LheSmoothing, RangeFollowsTheSmallerLimitAndRaisingItDragsTheWindow) {
     int maximum;
   };
   const RangeCase ranges[] = {
-      {{5, 1}, false, 0}, {{0, 0}, false, 0}, {{2, 100}, true, 1}, {{100, 9}, true, 8},
+      {{5, 1}, false, 0},  {{0, 0}, false, 0},  {{2, 100}, true, 1},    {{100, 9}, true, 8},
       {{10, 10}, true, 9}, {{11, 11}, true, 9}, {LheLimits{}, true, 9},
   };
   for (const RangeCase& c : ranges) {
@@ -90,11 +90,9 @@ TEST(LheSmoothing, RangeFollowsTheSmallerLimitAndRaisingItDragsTheWindow) {
     int heightBox;
   };
   const ChangeCase changes[] = {
-      {4, 10, 10, 10, 10, false, 0},
-      {5, 10, 5, 10, 6, true, 6},   // height reaches the smoothing
-      {5, 5, 10, 6, 10, true, 6},   // width does: the height box shows the new width
-      {9, 3, 2, 10, 10, true, 10},
-      {0, 1, 1, 1, 1, false, 0},
+      {4, 10, 10, 10, 10, false, 0}, {5, 10, 5, 10, 6, true, 6},  // height reaches the smoothing
+      {5, 5, 10, 6, 10, true, 6},                                 // width does: the height box shows the new width
+      {9, 3, 2, 10, 10, true, 10},   {0, 1, 1, 1, 1, false, 0},
   };
   for (const ChangeCase& c : changes) {
     const SmoothChange r = ApplySmoothChange(c.smooth, c.width, c.height);

@@ -57,12 +57,23 @@ TEST(SolarizeRange, FollowsGrayTestLutFlagAndDepthAndKeepsItsStartWhenTheTestFai
     int maximum;
   };
   const Case cases[] = {
-      {0, 0, 24, 255},          {0, 0, 8, 255},         {0, 0, 48, 65535},       {0, 0, 64, 65535},
-      {0, 0, 16, 255},          {0, 0, 12, 255},        {1, 0, 16, 65535},       {2, 0, 12, 4095},
-      {3, 0, 8, 255},           {1, 0, 48, 255},        {0, QV_BMF_USELUT, 16, 65535},
-      {0, QV_BMF_USELUT, 12, 4095}, {0, QV_BMF_USELUT, 48, 255},
+      {0, 0, 24, 255},
+      {0, 0, 8, 255},
+      {0, 0, 48, 65535},
+      {0, 0, 64, 65535},
+      {0, 0, 16, 255},
+      {0, 0, 12, 255},
+      {1, 0, 16, 65535},
+      {2, 0, 12, 4095},
+      {3, 0, 8, 255},
+      {1, 0, 48, 255},
+      {0, QV_BMF_USELUT, 16, 65535},
+      {0, QV_BMF_USELUT, 12, 4095},
+      {0, QV_BMF_USELUT, 48, 255},
       // A failed gray test widens nothing, whichever branch the depth or the LUT flag would pick.
-      {-13, 0, 16, 255},        {-2, 0, 48, 255},       {-13, QV_BMF_USELUT, 12, 255},
+      {-13, 0, 16, 255},
+      {-2, 0, 48, 255},
+      {-13, QV_BMF_USELUT, 12, 255},
   };
   for (const Case& c : cases) {
     const ToneRange r = SolarizeRangeFor(c.grayKind, c.flags, c.bitsPerPixel);

@@ -21,11 +21,11 @@ TEST(SliderAxisTest, PixelsAndValuesMapWithTheSlidersRounding) {
     double value;
   };
   const Case toValue[] = {
-      {10, -1000},    // the track start is the minimum exactly
-      {410, 3000},    // its end the maximum
-      {10.004, -1000},           // 0.04 of a unit rounds down to the 0.1 grid
-      {10.005, -999.9},          // half a tenth rounds up
-      {9, -1010},     // beyond the track: not clamped here
+      {10, -1000},       // the track start is the minimum exactly
+      {410, 3000},       // its end the maximum
+      {10.004, -1000},   // 0.04 of a unit rounds down to the 0.1 grid
+      {10.005, -999.9},  // half a tenth rounds up
+      {9, -1010},        // beyond the track: not clamped here
       {210.3, 1003},
   };
   for (const Case& c : toValue) {
@@ -147,12 +147,12 @@ TEST(SliderScaleTest, TicksThinOutUntilTheyFit) {
     double step;
   };
   const Case cases[] = {
-      {100, 10, 400, 30, 11, 10},       // 40 px apart: all fit
-      {100, 10, 200, 30, 6, 20},        // 20 px: doubled once
-      {100, 30, 400, 30, 5, 30},        // the maximum ends the scale after 90
-      {65535, 1, 400, 30, 9, 8192},     // doubled 13 times; the last step is short
-      {100, 0, 400, 30, 2, 100},        // no frequency: the two ends
-      {0, 10, 400, 30, 1, 0},           // empty range: one tick
+      {100, 10, 400, 30, 11, 10},    // 40 px apart: all fit
+      {100, 10, 200, 30, 6, 20},     // 20 px: doubled once
+      {100, 30, 400, 30, 5, 30},     // the maximum ends the scale after 90
+      {65535, 1, 400, 30, 9, 8192},  // doubled 13 times; the last step is short
+      {100, 0, 400, 30, 2, 100},     // no frequency: the two ends
+      {0, 10, 400, 30, 1, 0},        // empty range: one tick
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.range);
@@ -175,9 +175,9 @@ TEST(EditIntervalTest, TheUpperBoundIsTestedFirst) {
     int value, minimum, maximum, result;
   };
   const Case cases[] = {
-      {50, 0, 100, 50}, {101, 0, 100, 100}, {-1, 0, 100, 0}, {0, 0, 100, 0}, {100, 0, 100, 100},
-      {60, 50, 10, 10},  // crossed bounds: above the maximum takes the maximum
-      {5, 50, 10, 50},   // at or below the maximum but below the minimum takes the minimum
+      {50, 0, 100, 50}, {101, 0, 100, 100}, {-1, 0, 100, 0},
+      {0, 0, 100, 0},   {100, 0, 100, 100}, {60, 50, 10, 10},  // crossed bounds: above the maximum takes the maximum
+      {5, 50, 10, 50},  // at or below the maximum but below the minimum takes the minimum
       {10, 50, 10, 50},
   };
   for (const Case& c : cases) {

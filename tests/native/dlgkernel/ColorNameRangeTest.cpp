@@ -49,7 +49,7 @@ TEST(ColorNames, TableHoldsThe148CssNamesOnce) {
 
 TEST(ColorNames, ExactMatchInCOLORREFOrder) {
   EXPECT_EQ(NameOf(ColorRef(255, 0, 0)), L"red");
-  EXPECT_EQ(NameOf(ColorRef(0, 0, 255)), L"blue");  // COLORREF keeps red in the low byte
+  EXPECT_EQ(NameOf(ColorRef(0, 0, 255)), L"blue");    // COLORREF keeps red in the low byte
   EXPECT_EQ(NameOf(ColorRef(0, 255, 255)), L"aqua");  // "cyan" is the second name
   EXPECT_EQ(NameOf(ColorRef(128, 128, 128)), L"gray");
   EXPECT_EQ(NameOf(ColorRef(102, 51, 153)), L"rebeccapurple");
@@ -73,8 +73,8 @@ TEST(ColorNames, ExactMatchInCOLORREFOrder) {
 
 TEST(ComponentRanges, ByIndex) {
   const std::pair<int, int> expected[] = {
-      {6, 359}, {8, 100}, {10, 100}, {12, 100}, {14, 100}, {16, 100}, {18, 100},
-      {20, 100}, {22, 100}, {23, 0}, {24, 127}, {25, -128}, {26, 127}, {27, -128},
+      {6, 359},  {8, 100},  {10, 100}, {12, 100}, {14, 100},  {16, 100}, {18, 100},
+      {20, 100}, {22, 100}, {23, 0},   {24, 127}, {25, -128}, {26, 127}, {27, -128},
   };
   for (const auto& [index, value] : expected) {
     int got = -999;

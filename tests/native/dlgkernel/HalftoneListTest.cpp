@@ -95,13 +95,13 @@ TEST(HalftoneList, DamagedListsAreRefusedWithoutOutput) {
   QVHALFTONELISTW* copy = untouched;
 
   const std::string badNames[] = {
-      "bad \xC3\x28 name",   // a lead byte without its continuation
-      "\xE6\x97",            // a three-byte sequence missing its last byte
-      "\xC0\xAF",            // '/' in two bytes: overlong
-      "\xE0\x80\xAF",        // '/' in three bytes: overlong
-      "\xF0\x8F\xBF\xBF",    // U+FFFF in four bytes: overlong
-      "\xED\xA0\x80",        // a surrogate
-      "\xF4\x90\x80\x80",    // above U+10FFFF
+      "bad \xC3\x28 name",  // a lead byte without its continuation
+      "\xE6\x97",           // a three-byte sequence missing its last byte
+      "\xC0\xAF",           // '/' in two bytes: overlong
+      "\xE0\x80\xAF",       // '/' in three bytes: overlong
+      "\xF0\x8F\xBF\xBF",   // U+FFFF in four bytes: overlong
+      "\xED\xA0\x80",       // a surrogate
+      "\xF4\x90\x80\x80",   // above U+10FFFF
       std::string(QV_HALFTONE_MAX_NAME + 1, 'n'),
   };
   for (const std::string& name : badNames) {

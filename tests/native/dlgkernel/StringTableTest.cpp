@@ -23,30 +23,30 @@ void AddRange(std::set<unsigned>& ids, unsigned first, unsigned last) {
 // The ids the dialogs ask for, as their descriptions list them.
 std::set<unsigned> IdsTheDialogsUse() {
   std::set<unsigned> ids;
-  AddRange(ids, 0, 4);          // OK, Cancel, Help, Before, After
-  AddRange(ids, 5, 10);         // preview toolbar tooltips, pending Apply
-  ids.insert(11);               // image viewer without an image
-  AddRange(ids, 12, 14);        // window-level status: copying, processing, done
-  AddRange(ids, 15, 21);        // color models
-  AddRange(ids, 22, 31);        // color picker
-  ids.insert(32);               // the after pane of a failed preview
-  AddRange(ids, 76, 147);       // palette editor and palette files
-  AddRange(ids, 398, 406);      // colored gray
-  AddRange(ids, 453, 457);      // gray scale
-  AddRange(ids, 460, 466);      // balance colors
-  AddRange(ids, 477, 486);      // local histogram equalization
-  AddRange(ids, 507, 532);      // remap intensity
-  AddRange(ids, 533, 560);      // remap hue
-  AddRange(ids, 1201, 1212);    // intensity detect
-  AddRange(ids, 1213, 1224);    // single-value dialogs
-  AddRange(ids, 1225, 1229);    // gamma
-  AddRange(ids, 1230, 1250);    // halftone
-  AddRange(ids, 1251, 1293);    // color resolution
-  AddRange(ids, 1294, 1295);    // histogram contrast
-  AddRange(ids, 1300, 1320);    // window level
-  AddRange(ids, 1322, 1323);    // edit interval
-  AddRange(ids, 4402, 4405);    // curve file boxes
-  ids.insert(4548);             // Apply
+  AddRange(ids, 0, 4);        // OK, Cancel, Help, Before, After
+  AddRange(ids, 5, 10);       // preview toolbar tooltips, pending Apply
+  ids.insert(11);             // image viewer without an image
+  AddRange(ids, 12, 14);      // window-level status: copying, processing, done
+  AddRange(ids, 15, 21);      // color models
+  AddRange(ids, 22, 31);      // color picker
+  ids.insert(32);             // the after pane of a failed preview
+  AddRange(ids, 76, 147);     // palette editor and palette files
+  AddRange(ids, 398, 406);    // colored gray
+  AddRange(ids, 453, 457);    // gray scale
+  AddRange(ids, 460, 466);    // balance colors
+  AddRange(ids, 477, 486);    // local histogram equalization
+  AddRange(ids, 507, 532);    // remap intensity
+  AddRange(ids, 533, 560);    // remap hue
+  AddRange(ids, 1201, 1212);  // intensity detect
+  AddRange(ids, 1213, 1224);  // single-value dialogs
+  AddRange(ids, 1225, 1229);  // gamma
+  AddRange(ids, 1230, 1250);  // halftone
+  AddRange(ids, 1251, 1293);  // color resolution
+  AddRange(ids, 1294, 1295);  // histogram contrast
+  AddRange(ids, 1300, 1320);  // window level
+  AddRange(ids, 1322, 1323);  // edit interval
+  AddRange(ids, 4402, 4405);  // curve file boxes
+  ids.insert(4548);           // Apply
   return ids;
 }
 
@@ -134,9 +134,15 @@ TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
     std::vector<std::wstring> conversions;
   };
   const Expected formats[] = {
-      {111, {L"%02X", L"%02X", L"%02X"}}, {112, {L"%d", L"%d", L"%d"}}, {113, {L"%d"}},
-      {133, {L"%d", L"%d", L"%d", L"%d"}}, {135, {L"%d", L"%d", L"%d"}}, {556, {L"%d"}},
-      {557, {L"%d"}}, {1250, {L"%d"}}, {32, {L"%d"}},
+      {111, {L"%02X", L"%02X", L"%02X"}},
+      {112, {L"%d", L"%d", L"%d"}},
+      {113, {L"%d"}},
+      {133, {L"%d", L"%d", L"%d", L"%d"}},
+      {135, {L"%d", L"%d", L"%d"}},
+      {556, {L"%d"}},
+      {557, {L"%d"}},
+      {1250, {L"%d"}},
+      {32, {L"%d"}},
   };
   std::set<unsigned> formatIds;
   for (const auto& f : formats) {
@@ -160,8 +166,16 @@ TEST(StringTable, FormatsAndMnemonicsAgreeBetweenLanguages) {
 
 TEST(StringTable, QuotedTextsStandAsTheDialogsQuoteThem) {
   const std::pair<unsigned, const wchar_t*> quoted[] = {
-      {0, L"OK"}, {1, L"Cancel"}, {2, L"Help"}, {3, L"Before"}, {4, L"After"}, {18, L"RGB - 3D Additive"},
-      {1229, L"All Channels"}, {1226, L"Red Channel (10 - 500):"}, {1204, L"&Channel:"}, {1230, L"Half Tone"},
+      {0, L"OK"},
+      {1, L"Cancel"},
+      {2, L"Help"},
+      {3, L"Before"},
+      {4, L"After"},
+      {18, L"RGB - 3D Additive"},
+      {1229, L"All Channels"},
+      {1226, L"Red Channel (10 - 500):"},
+      {1204, L"&Channel:"},
+      {1230, L"Half Tone"},
   };
   for (const auto& [id, text] : quoted) EXPECT_STREQ(qv::FindStringEntry(id)->pszEnglish, text) << id;
 }
@@ -171,17 +185,17 @@ TEST(StringTable, QuotedTextsStandAsTheDialogsQuoteThem) {
 TEST(StringTable, MnemonicsAreUniqueWithinEachDialog) {
   const std::vector<std::vector<unsigned>> dialogs = {
       {77, 85, 86, 90, 92, 93, 100, 102, 103, 105, 106, 114, 115},  // palette editor
-      {87, 88, 89},                                                  // its insert menu
-      {1303, 1304, 1306, 1307, 1309, 1310, 1311},                    // window level
-      {1232, 1233, 1242, 1243, 1244, 1245, 1246, 1247},              // halftone
-      {1248, 1249},                                                  // halftone insert menu
-      {509, 510, 511, 512, 513, 514, 516},                           // remap intensity
-      {535, 536, 537, 538, 539, 540, 542},                           // remap hue
-      {478, 479, 480, 481, 482, 483, 4548},                          // local histogram equalization
-      {1204, 1205, 1206, 1210, 1211, 1212},                          // intensity detect
-      {399, 403, 404, 405, 406},                                     // colored gray
-      {461, 462, 463},                                               // balance colors
-      {1252, 1253, 1254, 1255, 1256},                                // color resolution
+      {87, 88, 89},                                                 // its insert menu
+      {1303, 1304, 1306, 1307, 1309, 1310, 1311},                   // window level
+      {1232, 1233, 1242, 1243, 1244, 1245, 1246, 1247},             // halftone
+      {1248, 1249},                                                 // halftone insert menu
+      {509, 510, 511, 512, 513, 514, 516},                          // remap intensity
+      {535, 536, 537, 538, 539, 540, 542},                          // remap hue
+      {478, 479, 480, 481, 482, 483, 4548},                         // local histogram equalization
+      {1204, 1205, 1206, 1210, 1211, 1212},                         // intensity detect
+      {399, 403, 404, 405, 406},                                    // colored gray
+      {461, 462, 463},                                              // balance colors
+      {1252, 1253, 1254, 1255, 1256},                               // color resolution
   };
   for (const auto& ids : dialogs) {
     for (bool german : {false, true}) {

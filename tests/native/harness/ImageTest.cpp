@@ -69,11 +69,8 @@ TEST(CapturedImage, CropsAreClippedToTheImage) {
     Bgra topLeft;
   };
   const Case cases[] = {
-      {2, 0, 4, 3, 2, 3, Bgra{0, 255, 0}},
-      {-5, -5, 1, 1, 1, 1, Bgra{0, 0, 255}},
-      {3, 2, 99, 99, 1, 1, Bgra{255, 0, 0}},
-      {3, 1, 1, 2, 0, 1, Bgra{}},
-      {10, 10, 20, 20, 0, 0, Bgra{}},
+      {2, 0, 4, 3, 2, 3, Bgra{0, 255, 0}}, {-5, -5, 1, 1, 1, 1, Bgra{0, 0, 255}}, {3, 2, 99, 99, 1, 1, Bgra{255, 0, 0}},
+      {3, 1, 1, 2, 0, 1, Bgra{}},          {10, 10, 20, 20, 0, 0, Bgra{}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.x0 << "," << c.y0 << " .. " << c.x1 << "," << c.y1);

@@ -110,11 +110,33 @@ TEST(BitmapChecks, HostileDescriptorsGetTheirCodes) {
       {"unknown order", [](BITMAPHANDLE& b) { b.uOrder = 7; }, QV_ERROR_INVALID_PARAMETER},
       {"signed color", [](BITMAPHANDLE& b) { b.uFlags |= QV_BMF_SIGNED; }, QV_ERROR_UNSUPPORTED_FORMAT},
       {"palette count", [](BITMAPHANDLE& b) { b.nColors = 300; }, QV_ERROR_INVALID_PARAMETER},
-      {"LUT not ours", [](BITMAPHANDLE& b) { b.pLUT = reinterpret_cast<RGBQUAD*>(foreign); b.uLUTLength = 4; }, QV_ERROR_INVALID_TABLE},
+      {"LUT not ours",
+       [](BITMAPHANDLE& b) {
+         b.pLUT = reinterpret_cast<RGBQUAD*>(foreign);
+         b.uLUTLength = 4;
+       },
+       QV_ERROR_INVALID_TABLE},
       {"LUT flag without LUT", [](BITMAPHANDLE& b) { b.uFlags |= QV_BMF_USELUT; }, QV_ERROR_INVALID_TABLE},
-      {"region outside", [](BITMAPHANDLE& b) { b.uRgnFlags = QV_RGN_SET; b.rcRgn = RECT{4, 4, 9, 6}; }, QV_ERROR_BAD_REGION},
-      {"empty region", [](BITMAPHANDLE& b) { b.uRgnFlags = QV_RGN_SET; b.rcRgn = RECT{4, 4, 4, 6}; }, QV_ERROR_BAD_REGION},
-      {"mask not ours", [](BITMAPHANDLE& b) { b.uRgnFlags = QV_RGN_SET; b.rcRgn = RECT{0, 0, 2, 2}; b.pRgnMask = foreign; b.nRgnMaskStride = 2; }, QV_ERROR_BAD_REGION},
+      {"region outside",
+       [](BITMAPHANDLE& b) {
+         b.uRgnFlags = QV_RGN_SET;
+         b.rcRgn = RECT{4, 4, 9, 6};
+       },
+       QV_ERROR_BAD_REGION},
+      {"empty region",
+       [](BITMAPHANDLE& b) {
+         b.uRgnFlags = QV_RGN_SET;
+         b.rcRgn = RECT{4, 4, 4, 6};
+       },
+       QV_ERROR_BAD_REGION},
+      {"mask not ours",
+       [](BITMAPHANDLE& b) {
+         b.uRgnFlags = QV_RGN_SET;
+         b.rcRgn = RECT{0, 0, 2, 2};
+         b.pRgnMask = foreign;
+         b.nRgnMaskStride = 2;
+       },
+       QV_ERROR_BAD_REGION},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -138,7 +160,8 @@ TEST(BitmapChecks, ImpossibleSizesAreRefusedBeforeAllocating) {
   EXPECT_EQ(Q_CreateBitmap(b.get(), 100, 5, 5, 8, QV_ORDER_GRAY, nullptr, 0, 0), QV_ERROR_INVALID_STRUCT_SIZE);
   EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 4, QV_ORDER_BGR, nullptr, 17, 0),
             QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 8, QV_ORDER_GRAY, nullptr, 0, 0x4), QV_ERROR_INVALID_FLAGS);
+  EXPECT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 5, 5, 8, QV_ORDER_GRAY, nullptr, 0, 0x4),
+            QV_ERROR_INVALID_FLAGS);
   // The caller's descriptor is untouched by every refusal above.
   EXPECT_EQ(b->pData, nullptr);
   EXPECT_EQ(b->uStructSize, 0u);
@@ -150,9 +173,12 @@ TEST(BitmapChecks, EveryDoorAppliesTheSameSizeLimit) {
     int width, height, expected;
   };
   const Case cases[] = {
-      {limit, 1, QV_SUCCESS},       {limit + 1, 1, QV_ERROR_IMAGE_TOO_LARGE},
-      {1, limit, QV_SUCCESS},       {1, limit + 1, QV_ERROR_IMAGE_TOO_LARGE},
-      {0, 1, QV_ERROR_INVALID_DIMENSIONS}, {1, 0, QV_ERROR_INVALID_DIMENSIONS},
+      {limit, 1, QV_SUCCESS},
+      {limit + 1, 1, QV_ERROR_IMAGE_TOO_LARGE},
+      {1, limit, QV_SUCCESS},
+      {1, limit + 1, QV_ERROR_IMAGE_TOO_LARGE},
+      {0, 1, QV_ERROR_INVALID_DIMENSIONS},
+      {1, 0, QV_ERROR_INVALID_DIMENSIONS},
       {0, limit + 1, QV_ERROR_INVALID_DIMENSIONS},
   };
   for (const Case& c : cases) {
@@ -200,23 +226,34 @@ TEST(BitmapGrayTest, TellsPaletteKindsApart) {
       {"color", 24, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"5-6-5", 16, QV_ORDER_BGR, 0, nullptr, QV_GRAY_NONE},
       {"dark to light", 8, QV_ORDER_BGR, 256,
-       [](int i, int) { return RGBQUAD{uint8_t(i), uint8_t(i), uint8_t(i), 0}; }, QV_GRAY_ORDERED},
+       [](int i, int) {
+         return RGBQUAD{uint8_t(i), uint8_t(i), uint8_t(i), 0};
+       },
+       QV_GRAY_ORDERED},
       {"light to dark", 4, QV_ORDER_BGR, 16,
-       [](int i, int) { return RGBQUAD{uint8_t(255 - 17 * i), uint8_t(255 - 17 * i), uint8_t(255 - 17 * i), 0}; },
+       [](int i, int) {
+         return RGBQUAD{uint8_t(255 - 17 * i), uint8_t(255 - 17 * i), uint8_t(255 - 17 * i), 0};
+       },
        QV_GRAY_INVERSE},
       {"gray shuffled", 2, QV_ORDER_BGR, 4,
-       [](int i, int) { const uint8_t v[] = {0, 200, 100, 255}; return RGBQUAD{v[i], v[i], v[i], 0}; },
+       [](int i, int) {
+         const uint8_t v[] = {0, 200, 100, 255};
+         return RGBQUAD{v[i], v[i], v[i], 0};
+       },
        QV_GRAY_NOT_ORDERED},
       {"one tinted entry", 8, QV_ORDER_BGR, 256,
-       [](int i, int) { return RGBQUAD{uint8_t(i), uint8_t(i), uint8_t(i == 77 ? 78 : i), 0}; }, QV_GRAY_NONE},
+       [](int i, int) {
+         return RGBQUAD{uint8_t(i), uint8_t(i), uint8_t(i == 77 ? 78 : i), 0};
+       },
+       QV_GRAY_NONE},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     RGBQUAD pal[256];
     for (int i = 0; i < c.colors; ++i) pal[i] = c.entry(i, c.colors);
     OwnedBitmap b;
-    ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 4, 4, c.bits, c.order, c.colors ? pal : nullptr,
-                             c.colors, 0),
+    ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 4, 4, c.bits, c.order, c.colors ? pal : nullptr, c.colors,
+                             0),
               QV_SUCCESS);
     EXPECT_EQ(Q_IsGrayScaleBitmap(b.get(), 0), c.expected);
   }

@@ -23,8 +23,8 @@ qv::PixelFormat FormatOf(const BITMAPHANDLE& b) {
 TEST(WorkingRows, EveryFormatRoundTripsThroughSixteenBitsAndEightBitOnesThroughEight) {
   for (const auto& fc : qvtest::AllFormats()) {
     SCOPED_TRACE(fc.name);
-    const bool eightBit =
-        fc.bitsPerPixel != 12 && fc.bitsPerPixel < 48 && !(fc.bitsPerPixel == 16 && fc.order == QV_ORDER_GRAY);
+    const bool eightBit = fc.bitsPerPixel != 12 && fc.bitsPerPixel < 48 &&
+                          !(fc.bitsPerPixel == 16 && fc.order == QV_ORDER_GRAY);
     OwnedBitmap src, wide, narrow;
     ASSERT_EQ(qvtest::CreatePatterned(fc, 21, 5, src.get()), QV_SUCCESS);
     for (OwnedBitmap* dst : {&wide, &narrow}) {
@@ -105,10 +105,10 @@ TEST(WorkingRows, ConvertKeepsPrecisionAndUsesLuminanceForGray) {
   std::copy(samples, samples + 6, s);
   ASSERT_EQ(qv::ConvertBitmap(*src, 16, QV_ORDER_GRAY, false, gray16.get()), QV_SUCCESS);
   const uint16_t* g = reinterpret_cast<const uint16_t*>(gray16->pData);
-  EXPECT_EQ(g[0], 1000);              // no detour through 8 bits
+  EXPECT_EQ(g[0], 1000);  // no detour through 8 bits
   EXPECT_EQ(g[1], (60000 * 299 + 500) / 1000);
   ASSERT_EQ(qv::ConvertBitmap(*src, 8, QV_ORDER_GRAY, false, gray8.get()), QV_SUCCESS);
-  EXPECT_EQ(gray8->pData[1], 70);     // luminance 17940 of 65535 is 69.8 of 255
+  EXPECT_EQ(gray8->pData[1], 70);  // luminance 17940 of 65535 is 69.8 of 255
   ASSERT_EQ(qv::ConvertBitmap(*gray16, 48, QV_ORDER_BGR, false, back.get()), QV_SUCCESS);
   EXPECT_EQ(reinterpret_cast<const uint16_t*>(back->pData)[0], 1000);
   EXPECT_EQ(Q_IsValidBitmap(back.get(), 0), QV_SUCCESS);

@@ -28,8 +28,7 @@ std::vector<uint32_t> Render(const BITMAPHANDLE& b, int dw, int dh, RECT visible
 
 void FillChecker(BITMAPHANDLE& b) {
   for (int y = 0; y < b.nHeight; ++y)
-    for (int x = 0; x < b.nWidth; ++x)
-      std::memset(b.pData + y * b.nBytesPerLine + x * 3, ((x + y) & 1) ? 255 : 0, 3);
+    for (int x = 0; x < b.nWidth; ++x) std::memset(b.pData + y * b.nBytesPerLine + x * 3, ((x + y) & 1) ? 255 : 0, 3);
 }
 
 void AttachLut(BITMAPHANDLE& b, unsigned length, int low, int high) {
@@ -42,9 +41,7 @@ void AttachLut(BITMAPHANDLE& b, unsigned length, int low, int high) {
   b.nHighBit = high;
 }
 
-void SetWord(BITMAPHANDLE& b, int x, int y, uint16_t v) {
-  std::memcpy(b.pData + y * b.nBytesPerLine + 2 * x, &v, 2);
-}
+void SetWord(BITMAPHANDLE& b, int x, int y, uint16_t v) { std::memcpy(b.pData + y * b.nBytesPerLine + 2 * x, &v, 2); }
 
 TEST(Display, ReductionAveragesAreasInsteadOfAliasing) {
   for (int size : {2, 4, 64}) {
@@ -83,7 +80,7 @@ TEST(Display, EnlargementRepeatsPixels) {
   RGBQUAD pal[4] = {{0, 0, 255, 0}, {0, 255, 0, 0}, {255, 0, 0, 0}, {9, 9, 9, 0}};
   OwnedBitmap b;
   ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 2, 2, 2, QV_ORDER_BGR, pal, 4, 0), QV_SUCCESS);
-  b->pData[0] = 0x10;  // indices 0, 1
+  b->pData[0] = 0x10;                 // indices 0, 1
   b->pData[b->nBytesPerLine] = 0xB0;  // indices 2, 3
   const auto px = Render(*b, 4, 4);
   const uint32_t expect[4] = {0xFF0000, 0x00FF00, 0x0000FF, 0x090909};

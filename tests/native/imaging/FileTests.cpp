@@ -36,7 +36,8 @@ std::vector<uint16_t> Rows16(const BITMAPHANDLE& b) {
   qv::PixelFormat f{};
   qv::DescribePixelFormat(b, &f);
   std::vector<uint16_t> out(static_cast<size_t>(b.nWidth) * b.nHeight * 4);
-  for (int y = 0; y < b.nHeight; ++y) qv::ReadRowRgba16(b, f, y, 0, b.nWidth, out.data() + static_cast<size_t>(y) * b.nWidth * 4);
+  for (int y = 0; y < b.nHeight; ++y)
+    qv::ReadRowRgba16(b, f, y, 0, b.nWidth, out.data() + static_cast<size_t>(y) * b.nWidth * 4);
   return out;
 }
 
@@ -93,9 +94,14 @@ TEST(ImageFiles, LoaderConvertsOnRequest) {
   ASSERT_EQ(qvtest::CreatePatterned(qvtest::AllFormats()[15], 8, 4, src.get()), QV_SUCCESS);  // 48-bit RGB
   const std::wstring path = OutPath("convert.png");
   ASSERT_EQ(Q_SaveBitmap(path.c_str(), src.get(), QV_FILE_PNG, 0), QV_SUCCESS);
-  struct Case { int bits; unsigned order; int expectBits; unsigned expectOrder; };
-  const Case cases[] = {{0, QV_LOAD_KEEP_ORDER, 48, QV_ORDER_RGB}, {0, QV_ORDER_BGR, 48, QV_ORDER_BGR},
-                        {24, QV_LOAD_KEEP_ORDER, 24, QV_ORDER_RGB}, {16, QV_ORDER_GRAY, 16, QV_ORDER_GRAY},
+  struct Case {
+    int bits;
+    unsigned order;
+    int expectBits;
+    unsigned expectOrder;
+  };
+  const Case cases[] = {{0, QV_LOAD_KEEP_ORDER, 48, QV_ORDER_RGB},   {0, QV_ORDER_BGR, 48, QV_ORDER_BGR},
+                        {24, QV_LOAD_KEEP_ORDER, 24, QV_ORDER_RGB},  {16, QV_ORDER_GRAY, 16, QV_ORDER_GRAY},
                         {12, QV_LOAD_KEEP_ORDER, 12, QV_ORDER_GRAY}, {4, QV_LOAD_KEEP_ORDER, 4, QV_ORDER_BGR}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.bits);
@@ -117,11 +123,18 @@ TEST(ImageFiles, DamagedAndForeignFilesAreRefused) {
   ASSERT_EQ(Q_SaveBitmap(png.c_str(), src.get(), QV_FILE_PNG, 0), QV_SUCCESS);
   ASSERT_EQ(Q_SaveBitmap(bmp.c_str(), src.get(), QV_FILE_BMP, 0), QV_SUCCESS);
   ASSERT_EQ(Q_SaveBitmap(pnm.c_str(), src.get(), QV_FILE_PNM, 0), QV_SUCCESS);
-  auto cut = [](std::vector<uint8_t> v, size_t keep) { v.resize(keep); return v; };
+  auto cut = [](std::vector<uint8_t> v, size_t keep) {
+    v.resize(keep);
+    return v;
+  };
   std::vector<uint8_t> hugePng = ReadBytes(png);
   hugePng[16] = 0x7F;  // width 0x7F0000xx in the header
   const std::string text = "this is a text file, not an image\n";
-  struct Case { const char* name; std::vector<uint8_t> bytes; int expected; };
+  struct Case {
+    const char* name;
+    std::vector<uint8_t> bytes;
+    int expected;
+  };
   const Case cases[] = {
       {"cut.png", cut(ReadBytes(png), ReadBytes(png).size() / 2), QV_ERROR_FILE_CORRUPT},
       {"cut.bmp", cut(ReadBytes(bmp), ReadBytes(bmp).size() - 100), QV_ERROR_FILE_CORRUPT},
@@ -143,7 +156,10 @@ TEST(ImageFiles, DamagedAndForeignFilesAreRefused) {
 }
 
 TEST(ImageFiles, TiffIsWrittenWithItsDepthButNotReadHere) {
-  struct Case { int fmt; size_t minBytes; };
+  struct Case {
+    int fmt;
+    size_t minBytes;
+  };
   for (const Case c : {Case{7, 5 * 3 * 2}, Case{15, 5 * 3 * 6}, Case{17, 5 * 3 * 8}, Case{11, 5 * 3 * 3}}) {
     const auto& fc = qvtest::AllFormats()[c.fmt];
     SCOPED_TRACE(fc.name);
@@ -155,21 +171,26 @@ TEST(ImageFiles, TiffIsWrittenWithItsDepthButNotReadHere) {
     ASSERT_GT(bytes.size(), 8 + c.minBytes);
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 4), std::string("II*\0", 4));
     OwnedBitmap back;
-    EXPECT_EQ(Q_LoadBitmap(path.c_str(), back.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_FILE_FORMAT);
+    EXPECT_EQ(Q_LoadBitmap(path.c_str(), back.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0),
+              QV_ERROR_FILE_FORMAT);
   }
 }
 
 TEST(ImageFiles, ArgumentsAreChecked) {
   OwnedBitmap b;
   const std::wstring missing = OutPath("does-not-exist.png");
-  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0),
+            QV_ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(Q_LoadBitmap(nullptr, b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_LoadBitmap(L"", b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), nullptr, sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), nullptr, sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 0),
+            QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), 4, 0, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_INVALID_STRUCT_SIZE);
-  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 7, QV_LOAD_KEEP_ORDER, 0), QV_ERROR_INVALID_BITS_PER_PIXEL);
+  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 7, QV_LOAD_KEEP_ORDER, 0),
+            QV_ERROR_INVALID_BITS_PER_PIXEL);
   EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 0, 9, 0), QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 1), QV_ERROR_INVALID_FLAGS);
+  EXPECT_EQ(Q_LoadBitmap(missing.c_str(), b.get(), sizeof(BITMAPHANDLE), 0, QV_LOAD_KEEP_ORDER, 1),
+            QV_ERROR_INVALID_FLAGS);
   ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 4, 4, 24, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
   const std::wstring out = OutPath("args.png");
   EXPECT_EQ(Q_SaveBitmap(out.c_str(), b.get(), 99, 0), QV_ERROR_INVALID_PARAMETER);

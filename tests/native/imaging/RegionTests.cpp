@@ -54,7 +54,7 @@ TEST_F(RegionTest, RectangleBoundsRowsAndSpans) {
 
 TEST_F(RegionTest, MaskGivesRunsAndIsCopied) {
   RECT set{1, 2, 6, 4};
-  std::vector<uint8_t> mask = {1, 1, 0, 1, 0, 9, 9,   // stride 7: the last two bytes are not part of the mask
+  std::vector<uint8_t> mask = {1, 1, 0, 1, 0, 9, 9,  // stride 7: the last two bytes are not part of the mask
                                0, 0, 0, 0, 1, 9, 9};
   ASSERT_EQ(Q_SetBitmapRgnMask(b.get(), &set, mask.data(), 7, 0), QV_SUCCESS);
   std::fill(mask.begin(), mask.end(), 0);  // the kernel kept its own copy

@@ -30,7 +30,8 @@ int CreatePatterned(const FormatCase& fc, int width, int height, BITMAPHANDLE* b
   RGBQUAD palette[256];
   const int colors = fc.bitsPerPixel <= 8 ? (1 << fc.bitsPerPixel) : 0;
   for (int i = 0; i < colors; ++i)
-    palette[i] = RGBQUAD{static_cast<uint8_t>(i * 37), static_cast<uint8_t>(255 - i), static_cast<uint8_t>(i * 11 + 3), 0};
+    palette[i] = RGBQUAD{static_cast<uint8_t>(i * 37), static_cast<uint8_t>(255 - i), static_cast<uint8_t>(i * 11 + 3),
+                         0};
   const int rc = Q_CreateBitmap(b, sizeof(BITMAPHANDLE), width, height, fc.bitsPerPixel, fc.order,
                                 colors && fc.order != QV_ORDER_GRAY ? palette : nullptr,
                                 fc.order != QV_ORDER_GRAY ? colors : 0, fc.isSigned ? QV_BMF_SIGNED : 0);

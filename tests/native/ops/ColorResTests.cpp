@@ -37,9 +37,13 @@ const KernelCase kKernels[] = {
     {"Stucki", QV_COLORRES_STUCKI, 42, {{0, 0, 0, 0, 8, 4, 0}, {0, 2, 4, 8, 4, 2, 0}, {0, 1, 2, 4, 2, 1, 0}}},
     {"Burkes", QV_COLORRES_BURKES, 32, {{0, 0, 0, 0, 8, 4, 0}, {0, 2, 4, 8, 4, 2, 0}}},
     {"Sierra", QV_COLORRES_SIERRA, 32, {{0, 0, 0, 0, 5, 3, 0}, {0, 2, 4, 5, 4, 2, 0}, {0, 0, 2, 3, 2, 0, 0}}},
-    {"Stevenson-Arce", QV_COLORRES_STEVENSON_ARCE, 200,
+    {"Stevenson-Arce",
+     QV_COLORRES_STEVENSON_ARCE,
+     200,
      {{0, 0, 0, 0, 0, 32, 0}, {12, 0, 26, 0, 30, 0, 16}, {0, 12, 0, 26, 0, 12, 0}, {5, 0, 12, 0, 12, 0, 5}}},
-    {"Jarvis-Judice-Ninke", QV_COLORRES_JARVIS, 48,
+    {"Jarvis-Judice-Ninke",
+     QV_COLORRES_JARVIS,
+     48,
      {{0, 0, 0, 0, 7, 5, 0}, {0, 3, 5, 7, 5, 3, 0}, {0, 1, 3, 5, 3, 1, 0}}},
 };
 
@@ -125,19 +129,26 @@ TEST(ColorRes, EveryTargetDepthRoundTripsAKnownImage) {
   struct DepthCase {
     int bits;
     unsigned flags;
-    int colors;       // distinct colors in the image
+    int colors;  // distinct colors in the image
     int storedBits;
     unsigned order;
   };
   const DepthCase cases[] = {
-      {1, QV_COLORRES_OPTIMIZED_PALETTE, 2, 1, QV_ORDER_BGR},  {2, QV_COLORRES_OPTIMIZED_PALETTE, 4, 2, QV_ORDER_BGR},
-      {3, QV_COLORRES_OPTIMIZED_PALETTE, 8, 4, QV_ORDER_BGR},  {4, QV_COLORRES_OPTIMIZED_PALETTE, 8, 4, QV_ORDER_BGR},
-      {5, QV_COLORRES_OPTIMIZED_PALETTE, 8, 8, QV_ORDER_BGR},  {7, QV_COLORRES_OPTIMIZED_PALETTE, 8, 8, QV_ORDER_BGR},
+      {1, QV_COLORRES_OPTIMIZED_PALETTE, 2, 1, QV_ORDER_BGR},
+      {2, QV_COLORRES_OPTIMIZED_PALETTE, 4, 2, QV_ORDER_BGR},
+      {3, QV_COLORRES_OPTIMIZED_PALETTE, 8, 4, QV_ORDER_BGR},
+      {4, QV_COLORRES_OPTIMIZED_PALETTE, 8, 4, QV_ORDER_BGR},
+      {5, QV_COLORRES_OPTIMIZED_PALETTE, 8, 8, QV_ORDER_BGR},
+      {7, QV_COLORRES_OPTIMIZED_PALETTE, 8, 8, QV_ORDER_BGR},
       {8, QV_COLORRES_OPTIMIZED_PALETTE | QV_COLORRES_FLOYD_STEINBERG, 8, 8, QV_ORDER_BGR},
-      {12, QV_COLORRES_ORDER_GRAY, 2, 12, QV_ORDER_GRAY},      {16, QV_COLORRES_ORDER_GRAY, 2, 16, QV_ORDER_GRAY},
-      {16, QV_COLORRES_ORDER_BGR, 8, 16, QV_ORDER_BGR},        {16, QV_COLORRES_ORDER_RGB, 8, 16, QV_ORDER_RGB},
-      {24, QV_COLORRES_ORDER_RGB, 8, 24, QV_ORDER_RGB},        {32, QV_COLORRES_ORDER_BGR, 8, 32, QV_ORDER_BGR},
-      {48, QV_COLORRES_ORDER_BGR, 8, 48, QV_ORDER_BGR},        {64, QV_COLORRES_ORDER_RGB, 8, 64, QV_ORDER_RGB},
+      {12, QV_COLORRES_ORDER_GRAY, 2, 12, QV_ORDER_GRAY},
+      {16, QV_COLORRES_ORDER_GRAY, 2, 16, QV_ORDER_GRAY},
+      {16, QV_COLORRES_ORDER_BGR, 8, 16, QV_ORDER_BGR},
+      {16, QV_COLORRES_ORDER_RGB, 8, 16, QV_ORDER_RGB},
+      {24, QV_COLORRES_ORDER_RGB, 8, 24, QV_ORDER_RGB},
+      {32, QV_COLORRES_ORDER_BGR, 8, 32, QV_ORDER_BGR},
+      {48, QV_COLORRES_ORDER_BGR, 8, 48, QV_ORDER_BGR},
+      {64, QV_COLORRES_ORDER_RGB, 8, 64, QV_ORDER_RGB},
   };
   for (const DepthCase& c : cases) {
     const auto color = [&](int x, int y) { return CornerColor(((x + 3 * y) % c.colors) * (c.colors == 2 ? 7 : 1)); };

@@ -35,8 +35,8 @@ int ExpectPerPixel(const Format& f, const Operation& op, const Reference& ref, u
       const uint32_t got[3] = {a.rgbRed, a.rgbGreen, a.rgbBlue};
       for (int c = 0; c < 3; ++c)
         if (!Near(got[c], out[c], tolerance) && ++bad <= 3)
-          ADD_FAILURE() << what << " on " << f.name << " palette " << i << " channel " << c << ": got "
-                        << got[c] << " expected " << out[c] << " from " << in[0] << "," << in[1] << "," << in[2];
+          ADD_FAILURE() << what << " on " << f.name << " palette " << i << " channel " << c << ": got " << got[c]
+                        << " expected " << out[c] << " from " << in[0] << "," << in[1] << "," << in[2];
     }
     return bad;
   }
@@ -57,8 +57,8 @@ int ExpectPerPixel(const Format& f, const Operation& op, const Reference& ref, u
       }
       for (int c = 0; c < (gray ? 1 : 3); ++c)
         if (!Near(got[c], out[c], tolerance) && ++bad <= 3)
-          ADD_FAILURE() << what << " on " << f.name << " at " << x << "," << y << " channel " << c << ": got "
-                        << got[c] << " expected " << out[c] << " from " << in[0] << "," << in[1] << "," << in[2];
+          ADD_FAILURE() << what << " on " << f.name << " at " << x << "," << y << " channel " << c << ": got " << got[c]
+                        << " expected " << out[c] << " from " << in[0] << "," << in[1] << "," << in[2];
       if (before.HasAlpha()) {
         const auto pb = before.PixelBytes(x, y), pa = after.PixelBytes(x, y);
         const size_t alpha = pb.size() / 4 * 3;

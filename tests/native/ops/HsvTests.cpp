@@ -22,9 +22,12 @@ Hsv ToHsv(const uint32_t c[3]) {
   const double mx = std::max({r, g, b}), mn = std::min({r, g, b}), d = mx - mn;
   Hsv out{0, mx > 0 ? d / mx : 0, mx};
   if (d > 0) {
-    if (mx == r) out.h = 60 * std::fmod((g - b) / d + 6, 6);
-    else if (mx == g) out.h = 60 * ((b - r) / d + 2);
-    else out.h = 60 * ((r - g) / d + 4);
+    if (mx == r)
+      out.h = 60 * std::fmod((g - b) / d + 6, 6);
+    else if (mx == g)
+      out.h = 60 * ((b - r) / d + 2);
+    else
+      out.h = 60 * ((r - g) / d + 4);
   }
   return out;
 }
@@ -34,12 +37,25 @@ void FromHsv(Hsv x, uint32_t max, uint32_t out[3]) {
   if (h < 0) h += 360;
   const double c = x.v * x.s, hp = h / 60, xx = c * (1 - std::fabs(std::fmod(hp, 2) - 1)), m = x.v - c;
   double r = 0, g = 0, b = 0;
-  if (hp < 1) { r = c; g = xx; }
-  else if (hp < 2) { r = xx; g = c; }
-  else if (hp < 3) { g = c; b = xx; }
-  else if (hp < 4) { g = xx; b = c; }
-  else if (hp < 5) { r = xx; b = c; }
-  else { r = c; b = xx; }
+  if (hp < 1) {
+    r = c;
+    g = xx;
+  } else if (hp < 2) {
+    r = xx;
+    g = c;
+  } else if (hp < 3) {
+    g = c;
+    b = xx;
+  } else if (hp < 4) {
+    g = xx;
+    b = c;
+  } else if (hp < 5) {
+    r = xx;
+    b = c;
+  } else {
+    r = c;
+    b = xx;
+  }
   out[0] = ClampTo(r + m, max);
   out[1] = ClampTo(g + m, max);
   out[2] = ClampTo(b + m, max);
@@ -58,8 +74,9 @@ TEST(HsvOperations, HueRotationMatchesTheModelWithinOneLevel) {
         x.h += angle;
         FromHsv(x, max, out);
       };
-      ExpectPerPixel(f, [angle](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapHue(b, angle, 0); }, ref, 1,
-                     "hue " + std::to_string(angle));
+      ExpectPerPixel(
+          f, [angle](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapHue(b, angle, 0); }, ref, 1,
+          "hue " + std::to_string(angle));
     }
   }
 }
@@ -73,8 +90,9 @@ TEST(HsvOperations, SaturationMatchesTheModelWithinOneLevel) {
         x.s = std::min(1.0, std::max(0.0, x.s + x.s * n / 1000.0));
         FromHsv(x, max, out);
       };
-      ExpectPerPixel(f, [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapSaturation(b, n, 0); }, ref, 1,
-                     "saturation " + std::to_string(n));
+      ExpectPerPixel(
+          f, [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapSaturation(b, n, 0); }, ref, 1,
+          "saturation " + std::to_string(n));
     }
   }
 }

@@ -22,7 +22,8 @@ TEST(MixOperations, GrayScaleUsesTheWeightsOnEveryFormat) {
       ExpectPerPixel(
           f, [&](BITMAPHANDLE* b, uint32_t) { return Q_GrayScaleBitmapExt(b, w[0], w[1], w[2], 0); },
           [&](const uint32_t in[3], uint32_t out[3], uint32_t max, bool gray) {
-            const uint32_t y = gray ? in[0] : ClampTo((in[0] * w[0] + in[1] * w[1] + in[2] * double(w[2])) / 1000.0, max);
+            const uint32_t y = gray ? in[0]
+                                    : ClampTo((in[0] * w[0] + in[1] * w[1] + in[2] * double(w[2])) / 1000.0, max);
             out[0] = out[1] = out[2] = y;
           },
           0, "gray scale " + std::to_string(w[0]));

@@ -28,7 +28,9 @@ Reference EachChannel(std::function<double(double v, double max, int channel)> f
   };
 }
 
-double Brightness(double v, double max, int n) { return n >= 0 ? v + (max - v) * n / 1000.0 : v * (1000.0 + n) / 1000.0; }
+double Brightness(double v, double max, int n) {
+  return n >= 0 ? v + (max - v) * n / 1000.0 : v * (1000.0 + n) / 1000.0;
+}
 
 double Posterize(double v, double max, int levels) {
   int best = 0;
@@ -57,13 +59,11 @@ std::vector<Case> Cases() {
                      EachChannel([levels](double v, double max, int) { return Posterize(v, max, levels); })});
   // Thresholds as fractions of the format's max: 0 inverts everything, max inverts only max itself.
   for (double frac : {0.0, 0.5, 1.0})
-    cases.push_back({"solarize " + std::to_string(frac),
-                     [frac](BITMAPHANDLE* b, uint32_t max) {
-                       return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0);
-                     },
-                     EachChannel([frac](double v, double max, int) {
-                       return v >= static_cast<unsigned>(frac * max) ? max - v : v;
-                     })});
+    cases.push_back(
+        {"solarize " + std::to_string(frac),
+         [frac](BITMAPHANDLE* b, uint32_t max) { return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0); },
+         EachChannel(
+             [frac](double v, double max, int) { return v >= static_cast<unsigned>(frac * max) ? max - v : v; })});
   const unsigned gammas[][3] = {{10, 100, 500}, {100, 100, 100}, {1, 1000, 250}, {500, 500, 500}};
   for (const auto& g : gammas) {
     const unsigned r = g[0], gr = g[1], bl = g[2];
@@ -74,9 +74,8 @@ std::vector<Case> Cases() {
                        return Gamma(v, max, gamma);
                      })});
   }
-  cases.push_back({"signed gamma on unsigned data", [](BITMAPHANDLE* b, uint32_t) {
-                     return Q_GammaCorrectBitmapSigned(b, 250, 0);
-                   },
+  cases.push_back({"signed gamma on unsigned data",
+                   [](BITMAPHANDLE* b, uint32_t) { return Q_GammaCorrectBitmapSigned(b, 250, 0); },
                    EachChannel([](double v, double max, int) { return Gamma(v, max, 250); })});
   for (unsigned channel : {0u, 1u, 2u, 3u})
     cases.push_back({"remap channel " + std::to_string(channel),
@@ -105,7 +104,8 @@ TEST(LookupTableOperations, ChannelIntensityDetectTakesTheInOrOutComponent) {
     unsigned channels;
   };
   const COLORREF in = 0x00C08040, out = 0x00102030;
-  const Detect detects[] = {{0.25, 0.75, QV_CHANNEL_RED}, {0.0, 1.0, QV_CHANNEL_GREEN | QV_CHANNEL_BLUE},
+  const Detect detects[] = {{0.25, 0.75, QV_CHANNEL_RED},
+                            {0.0, 1.0, QV_CHANNEL_GREEN | QV_CHANNEL_BLUE},
                             {0.8, 0.2, QV_CHANNEL_RED | QV_CHANNEL_GREEN | QV_CHANNEL_BLUE}};
   for (const Detect& d : detects) {
     for (const Format& f : UnsignedFormats()) {
@@ -143,8 +143,8 @@ TEST(LookupTableOperations, ChannelIntensityDetectTakesTheInOrOutComponent) {
 
 // The same tone operations on signed gray, stated over the signed range lo..hi itself: brightness towards hi
 // and lo, contrast about 0, histogram contrast about the signed median, posterize levels from lo to hi,
-// solarize thresholds counted from lo with the mirror -1 - v, gamma on the magnitude. The first pixels hold the range's ends and the
-// values around 0.
+// solarize thresholds counted from lo with the mirror -1 - v, gamma on the magnitude. The first pixels hold the range's
+// ends and the values around 0.
 TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
   struct Row {
     std::string name;
@@ -163,17 +163,19 @@ TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
                     [n](BITMAPHANDLE* b, uint32_t) { return Q_ChangeBitmapContrast(b, n, 0); },
                     [=](double v, double lo, double hi, double) { return ContrastAbout(v, 0, lo, hi, n); }});
   for (int n : {-600, 400, 1000})
-    rows.push_back({"histo contrast " + std::to_string(n),
-                    [n](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
-                    [=](double v, double lo, double hi, double median) { return ContrastAbout(v, median, lo, hi, n); }});
+    rows.push_back(
+        {"histo contrast " + std::to_string(n),
+         [n](BITMAPHANDLE* b, uint32_t) { return Q_HistoContrastBitmap(b, n, 0); },
+         [=](double v, double lo, double hi, double median) { return ContrastAbout(v, median, lo, hi, n); }});
   // The preview's way: the median asked of the image (a signed value), then the curve about it.
-  rows.push_back({"histo contrast about the reported median",
-                  [](BITMAPHANDLE* b, uint32_t) {
-                    int median = 0;
-                    const int rc = Q_GetBitmapMedianIntensity(b, &median, 0);
-                    return rc == QV_SUCCESS ? Q_HistoContrastBitmapExt(b, 400, median, 0) : rc;
-                  },
-                  [=](double v, double lo, double hi, double median) { return ContrastAbout(v, median, lo, hi, 400); }});
+  rows.push_back(
+      {"histo contrast about the reported median",
+       [](BITMAPHANDLE* b, uint32_t) {
+         int median = 0;
+         const int rc = Q_GetBitmapMedianIntensity(b, &median, 0);
+         return rc == QV_SUCCESS ? Q_HistoContrastBitmapExt(b, 400, median, 0) : rc;
+       },
+       [=](double v, double lo, double hi, double median) { return ContrastAbout(v, median, lo, hi, 400); }});
   for (unsigned levels : {2u, 3u, 4u, 7u, 64u})
     rows.push_back({"posterize " + std::to_string(levels),
                     [levels](BITMAPHANDLE* b, uint32_t) { return Q_PosterizeBitmap(b, levels, 0); },
@@ -186,13 +188,12 @@ TEST(LookupTableOperations, SignedGrayWorksOnItsOwnRange) {
                     }});
   // Thresholds as fractions of the slider's 0..max: 0 mirrors every sample, max only the range's top.
   for (double frac : {0.0, 0.5, 1.0})
-    rows.push_back({"solarize " + std::to_string(frac),
-                    [frac](BITMAPHANDLE* b, uint32_t max) {
-                      return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0);
-                    },
-                    [frac](double v, double lo, double hi, double) {
-                      return v >= lo + static_cast<unsigned>(frac * (hi - lo)) ? -1 - v : v;
-                    }});
+    rows.push_back(
+        {"solarize " + std::to_string(frac),
+         [frac](BITMAPHANDLE* b, uint32_t max) { return Q_SolarizeBitmap(b, static_cast<unsigned>(frac * max), 0); },
+         [frac](double v, double lo, double hi, double) {
+           return v >= lo + static_cast<unsigned>(frac * (hi - lo)) ? -1 - v : v;
+         }});
   // Signed gamma keeps the sign and bends the magnitude against the range's half.
   for (unsigned gamma : {10u, 100u, 500u})
     rows.push_back({"signed gamma " + std::to_string(gamma),

@@ -34,8 +34,7 @@ TEST(CurvePoints, PassesThroughEveryPointWithoutOvershoot) {
   };
   for (const auto& pts : curves) {
     std::vector<unsigned> table(256);
-    ASSERT_EQ(Q_GetCurvePoints(table.data(), 256, pts.data(), static_cast<int>(pts.size()), nullptr, 0),
-              QV_SUCCESS);
+    ASSERT_EQ(Q_GetCurvePoints(table.data(), 256, pts.data(), static_cast<int>(pts.size()), nullptr, 0), QV_SUCCESS);
     for (const POINT& p : pts) EXPECT_EQ(table[p.x], static_cast<unsigned>(p.y));
     for (int x = 0; x < pts.front().x; ++x) EXPECT_EQ(table[x], static_cast<unsigned>(pts.front().y));
     for (int x = pts.back().x; x < 256; ++x) EXPECT_EQ(table[x], static_cast<unsigned>(pts.back().y));
@@ -79,9 +78,12 @@ TEST(FunctionalTable, FillsBetweenTheEndsByTheFormula) {
   };
   const Case cases[] = {
       {QV_FUNCTIONAL_EXPONENTIAL, 1, 0, 255, 0, 255},
-      {QV_FUNCTIONAL_EXPONENTIAL, -100, 0, 255, 0, 255}, {QV_FUNCTIONAL_EXPONENTIAL, 100, 10, 200, 250, 3},
-      {QV_FUNCTIONAL_LOGARITHM, 1, 0, 255, 0, 255},    {QV_FUNCTIONAL_LOGARITHM, 100, 30, 90, 5, 4000},
-      {QV_FUNCTIONAL_EXPONENTIAL, 0, 0, 255, 0, 255},  {QV_FUNCTIONAL_LINEAR, 7, 200, 40, 100, 0},
+      {QV_FUNCTIONAL_EXPONENTIAL, -100, 0, 255, 0, 255},
+      {QV_FUNCTIONAL_EXPONENTIAL, 100, 10, 200, 250, 3},
+      {QV_FUNCTIONAL_LOGARITHM, 1, 0, 255, 0, 255},
+      {QV_FUNCTIONAL_LOGARITHM, 100, 30, 90, 5, 4000},
+      {QV_FUNCTIONAL_EXPONENTIAL, 0, 0, 255, 0, 255},
+      {QV_FUNCTIONAL_LINEAR, 7, 200, 40, 100, 0},
       {QV_FUNCTIONAL_LOGARITHM, 50, 4095, 3900, 9, 900},  // starting on the last entry
   };
   for (const Case& c : cases) {
@@ -188,8 +190,7 @@ TEST(WindowLevelFill, EveryEntryFollowsTheRampAndCurve) {
   const COLORREF s = 0x00102030, e = 0x00F0E0D0;
   for (const Case& c : cases) {
     std::vector<RGBQUAD> lut(c.length);
-    ASSERT_EQ(Q_WindowLevelFillLUT(lut.data(), c.length, s, e, c.low, c.high, 0, 15, -32768, 65535, c.factor,
-                                   c.flags),
+    ASSERT_EQ(Q_WindowLevelFillLUT(lut.data(), c.length, s, e, c.low, c.high, 0, 15, -32768, 65535, c.factor, c.flags),
               QV_SUCCESS);
     int bad = 0;
     for (unsigned i = 0; i < c.length && bad < 3; ++i) {
@@ -198,9 +199,9 @@ TEST(WindowLevelFill, EveryEntryFollowsTheRampAndCurve) {
       const RGBQUAD& q = lut[i];
       if (std::abs(q.rgbRed - m.r) > 1 || std::abs(q.rgbGreen - m.g) > 1 || std::abs(q.rgbBlue - m.b) > 1) {
         ++bad;
-        ADD_FAILURE() << "flags 0x" << std::hex << c.flags << std::dec << " entry " << i << " (value " << v
-                      << "): got " << int(q.rgbRed) << "," << int(q.rgbGreen) << "," << int(q.rgbBlue)
-                      << " expected " << m.r << "," << m.g << "," << m.b;
+        ADD_FAILURE() << "flags 0x" << std::hex << c.flags << std::dec << " entry " << i << " (value " << v << "): got "
+                      << int(q.rgbRed) << "," << int(q.rgbGreen) << "," << int(q.rgbBlue) << " expected " << m.r << ","
+                      << m.g << "," << m.b;
       }
     }
   }
@@ -212,10 +213,13 @@ TEST(WindowLevelFill, RefusesBadArguments) {
   EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 10, 5, 0, 7, 0, 255, 0, ok), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 255, 0, 0, ok), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 1001, ok), QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, -1, QV_WLFILL_COLOR_RAMP | QV_WLFILL_LOGARITHMIC),
+  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, -1,
+                                 QV_WLFILL_COLOR_RAMP | QV_WLFILL_LOGARITHMIC),
             QV_ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, 3 | QV_WLFILL_LINEAR), QV_ERROR_INVALID_FLAGS);
-  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, QV_WLFILL_COLOR_RAMP), QV_ERROR_INVALID_FLAGS);
+  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, 3 | QV_WLFILL_LINEAR),
+            QV_ERROR_INVALID_FLAGS);
+  EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, QV_WLFILL_COLOR_RAMP),
+            QV_ERROR_INVALID_FLAGS);
   EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, ok | 0x200), QV_ERROR_INVALID_FLAGS);
   EXPECT_EQ(Q_WindowLevelFillLUT(nullptr, 256, 0, 0, 1, 5, 0, 7, 0, 255, 0, ok), QV_ERROR_INVALID_TABLE);
   EXPECT_EQ(Q_WindowLevelFillLUT(lut.data(), 0, 0, 0, 1, 5, 0, 7, 0, 255, 0, ok), QV_ERROR_INVALID_TABLE);

@@ -23,12 +23,10 @@ uint16_t Word(const uint8_t* p) { return static_cast<uint16_t>(p[0] | (p[1] << 8
 
 const std::vector<Format>& UnsignedFormats() {
   static const std::vector<Format> formats = {
-      {"Indexed1", 1, QV_ORDER_RGB, false},  {"Indexed4", 4, QV_ORDER_BGR, false},
-      {"Indexed8", 8, QV_ORDER_BGR, false},  {"Gray8", 8, QV_ORDER_GRAY, false},
-      {"Gray12", 12, QV_ORDER_GRAY, false},  {"Gray16", 16, QV_ORDER_GRAY, false},
-      {"Bgr565", 16, QV_ORDER_BGR, false},   {"Rgb565", 16, QV_ORDER_RGB, false},
-      {"Bgr24", 24, QV_ORDER_BGR, false},    {"Rgb24", 24, QV_ORDER_RGB, false},
-      {"Bgra32", 32, QV_ORDER_BGR, false},   {"Rgb48", 48, QV_ORDER_RGB, false},
+      {"Indexed1", 1, QV_ORDER_RGB, false}, {"Indexed4", 4, QV_ORDER_BGR, false}, {"Indexed8", 8, QV_ORDER_BGR, false},
+      {"Gray8", 8, QV_ORDER_GRAY, false},   {"Gray12", 12, QV_ORDER_GRAY, false}, {"Gray16", 16, QV_ORDER_GRAY, false},
+      {"Bgr565", 16, QV_ORDER_BGR, false},  {"Rgb565", 16, QV_ORDER_RGB, false},  {"Bgr24", 24, QV_ORDER_BGR, false},
+      {"Rgb24", 24, QV_ORDER_RGB, false},   {"Bgra32", 32, QV_ORDER_BGR, false},  {"Rgb48", 48, QV_ORDER_RGB, false},
       {"Bgra64", 64, QV_ORDER_BGR, false},
   };
   return formats;

@@ -46,7 +46,7 @@ class TestBitmap {
   uint32_t Raw(int x, int y) const;  // the sample word of a gray image / the index of an indexed one
   void SetGray(int x, int y, uint32_t v);
 
-  std::vector<uint8_t> Pixels() const;           // all rows, nBytesPerLine each
+  std::vector<uint8_t> Pixels() const;                  // all rows, nBytesPerLine each
   std::vector<uint8_t> PixelBytes(int x, int y) const;  // the bytes of one pixel (whole bytes for indexed)
 
  private:

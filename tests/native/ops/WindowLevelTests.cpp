@@ -74,12 +74,10 @@ TEST(WindowLevelBitmap, ConvertsEachSampleThroughItsBits) {
     unsigned length, order;
   };
   const Case cases[] = {
-      {kGray12, 0, 11, 4096, QV_ORDER_BGR},
-      {kGray16, 0, 15, 65536, QV_ORDER_RGB},
+      {kGray12, 0, 11, 4096, QV_ORDER_BGR},    {kGray16, 0, 15, 65536, QV_ORDER_RGB},
       {kGray16, 0, 15, 1000, QV_ORDER_BGR},  // short table: larger values take the last entry
       {kGray12, 0, 11, 4095, QV_ORDER_RGB},  // the brightest sample equals the table's length
-      {kGray16, 8, 15, 256, QV_ORDER_RGB},
-      {kSigned16, 4, 15, 4096, QV_ORDER_BGR},
+      {kGray16, 8, 15, 256, QV_ORDER_RGB},     {kSigned16, 4, 15, 4096, QV_ORDER_BGR},
       {kSigned16, 0, 15, 65536, QV_ORDER_RGB},
   };
   for (const Case& c : cases) {
@@ -106,8 +104,8 @@ TEST(WindowLevelBitmap, ConvertsEachSampleThroughItsBits) {
         const RGBQUAD& q = lut[index];
         const uint8_t* p = b.pData + y * b.nBytesPerLine + 3 * x;
         const bool bgr = c.order == QV_ORDER_BGR;
-        ASSERT_EQ(std::vector<uint8_t>(p, p + 3), (std::vector<uint8_t>{bgr ? q.rgbBlue : q.rgbRed, q.rgbGreen,
-                                                                       bgr ? q.rgbRed : q.rgbBlue}))
+        ASSERT_EQ(std::vector<uint8_t>(p, p + 3),
+                  (std::vector<uint8_t>{bgr ? q.rgbBlue : q.rgbRed, q.rgbGreen, bgr ? q.rgbRed : q.rgbBlue}))
             << c.format.name << " at " << x << "," << y;
       }
   }

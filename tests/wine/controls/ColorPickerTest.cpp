@@ -142,7 +142,7 @@ TEST_F(ColorPickerTest, SetRGBIsSilentAndPalettesBecomeTheCustomColours) {
       {&gray, nullptr, spread(256, 16)},
       {nullptr, &gray, spread(256, 16)},
       {&gray, &gray, join(spread(256, 8), spread(256, 8))},
-      {&four, &gray, join(spread(4, 4), spread(256, 12))},  // a small palette leaves the rest to the other
+      {&four, &gray, join(spread(4, 4), spread(256, 12))},    // a small palette leaves the rest to the other
       {&none, nullptr, join(spread(4, 4), spread(256, 12))},  // no colours: the slots keep theirs
   };
   for (const Case& c : cases) {

@@ -54,15 +54,13 @@ TEST_F(EditCtrlTest, TypedCharactersAreFilteredByTheResultingText) {
     const wchar_t* expected;
   };
   const Case cases[] = {
-      {1, 0, L"", 0, 0, L"1a2.3.-4", L"12.34"},   // letters, a second point and a minus refused
-      {1, 1, L"12", 2, 2, L"-", L"12"},            // a minus only in front
-      {1, 1, L"12", 0, 0, L"-", L"-12"},
-      {1, 1, L"-12", 0, 0, L"-", L"-12"},          // not a second one
-      {1, 1, L"12.5", 0, 4, L"-", L"-"},           // replacing the whole text
-      {1, 0, L"7", 0, 1, L"-", L"7"},              // no minus without SetAcceptNegative
-      {1, 0, L"1.5", 1, 2, L".", L"1.5"},          // a point may replace the point
-      {1, 0, L"1.5", 3, 3, L" +e", L"1.5"},
-      {0, 0, L"", 0, 0, L"ab-.", L"ab-."},         // a plain edit box takes anything
+      {1, 0, L"", 0, 0, L"1a2.3.-4", L"12.34"},  // letters, a second point and a minus refused
+      {1, 1, L"12", 2, 2, L"-", L"12"},          // a minus only in front
+      {1, 1, L"12", 0, 0, L"-", L"-12"},        {1, 1, L"-12", 0, 0, L"-", L"-12"},  // not a second one
+      {1, 1, L"12.5", 0, 4, L"-", L"-"},                                             // replacing the whole text
+      {1, 0, L"7", 0, 1, L"-", L"7"},      // no minus without SetAcceptNegative
+      {1, 0, L"1.5", 1, 2, L".", L"1.5"},  // a point may replace the point
+      {1, 0, L"1.5", 3, 3, L" +e", L"1.5"},     {0, 0, L"", 0, 0, L"ab-.", L"ab-."},  // a plain edit box takes anything
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.typed);
@@ -86,11 +84,9 @@ TEST_F(EditCtrlTest, PastedTextIsJudgedAsAWhole) {
     const wchar_t* expected;
   };
   const Case cases[] = {
-      {0, L"", 0, 0, L"12x", L""},
-      {0, L"", 0, 0, L"7.5", L"7.5"},
+      {0, L"", 0, 0, L"12x", L""},       {0, L"", 0, 0, L"7.5", L"7.5"},
       {0, L"3.4", 3, 3, L"1.2", L"3.4"},  // would make two points
-      {1, L"99", 0, 2, L"-5", L"-5"},
-      {0, L"99", 0, 2, L"-5", L"99"},
+      {1, L"99", 0, 2, L"-5", L"-5"},    {0, L"99", 0, 2, L"-5", L"99"},
       {0, L"12", 1, 1, L"0", L"102"},
   };
   for (const Case& c : cases) {

@@ -117,12 +117,12 @@ TEST_F(ValueComboTest, TypedValuesAreClampedOnCommit) {
     int notifications;
   };
   const Case cases[] = {
-      {0, L"250", 250, L"250", 2},                          // "25" and "250" while typing; "2" is below the range
+      {0, L"250", 250, L"250", 2},  // "25" and "250" while typing; "2" is below the range
       {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"250", 250, L"250", 1},  // once, on Enter
       {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"9999", 500, L"500", 1},
       {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"5", 10, L"10", 1},
       {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"100", 100, L"100", 0},  // unchanged value
-      {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"x-", 100, L"100", 0},  // refused characters; the value is shown again
+      {CQVValueCombo::FLAGS_NOTRACKNOTIFY, L"x-", 100, L"100", 0},   // refused characters; the value is shown again
       {CQVValueCombo::FLAGS_NOPARENTNOTIFY, L"250", 250, L"250", 0},
   };
   for (const Case& c : cases) {
@@ -157,7 +157,8 @@ TEST_F(ValueComboTest, ArrowKeysAndWheelStepTheValue) {
     UINT flags;
     int expectedNotifications;
   };
-  for (const Case c : {Case{0, 6}, Case{CQVValueCombo::FLAGS_NOTRACKNOTIFY, 6}, Case{CQVValueCombo::FLAGS_NOPARENTNOTIFY, 0}}) {
+  for (const Case c :
+       {Case{0, 6}, Case{CQVValueCombo::FLAGS_NOTRACKNOTIFY, 6}, Case{CQVValueCombo::FLAGS_NOPARENTNOTIFY, 0}}) {
     SCOPED_TRACE(c.flags);
     Open(10, 500, 10, 2, c.flags);
     dialog->m_combo.SetValue(100);

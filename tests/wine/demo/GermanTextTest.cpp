@@ -72,9 +72,12 @@ class GermanTable {
       if (c == L'%' && i + 1 < format.size()) {
         size_t j = i + 1;
         while (j < format.size() && (std::iswdigit(format[j]) || format[j] == L'.' || format[j] == L'l')) ++j;
-        if (j < format.size() && format[j] == L'%') pattern += L"%";
-        else if (j < format.size() && (format[j] == L'd' || format[j] == L'u' || format[j] == L'i')) pattern += L"-?\\d+";
-        else pattern += L".*";
+        if (j < format.size() && format[j] == L'%')
+          pattern += L"%";
+        else if (j < format.size() && (format[j] == L'd' || format[j] == L'u' || format[j] == L'i'))
+          pattern += L"-?\\d+";
+        else
+          pattern += L".*";
         i = j;
       } else if (std::wstring(L"\\^$.|?*+()[]{}").find(c) != std::wstring::npos) {
         pattern += L'\\';
@@ -112,7 +115,8 @@ std::wstring TextOf(HWND window) {
 std::vector<std::string> ForeignTexts(HWND dialog, const GermanTable& table) {
   std::vector<HWND> windows{dialog};
   EnumChildWindows(
-      dialog, [](HWND child, LPARAM list) { return reinterpret_cast<std::vector<HWND>*>(list)->push_back(child), TRUE; },
+      dialog,
+      [](HWND child, LPARAM list) { return reinterpret_cast<std::vector<HWND>*>(list)->push_back(child), TRUE; },
       reinterpret_cast<LPARAM>(&windows));
   std::vector<std::string> foreign;
   for (HWND window : windows) {
@@ -157,7 +161,8 @@ TEST(GermanDialogs, EveryVisibleTextComesFromTheGermanTable) {
                 return run.returnValue;
               });
     EXPECT_TRUE(run.failures.empty()) << entry.exportName << ": " << run.failures.front();
-    for (const std::string& text : foreign) ADD_FAILURE() << entry.exportName << " shows a text not in German: " << text;
+    for (const std::string& text : foreign)
+      ADD_FAILURE() << entry.exportName << " shows a text not in German: " << text;
     ++checked;
   }
   DestroyWindow(owner);

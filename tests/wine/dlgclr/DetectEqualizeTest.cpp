@@ -104,8 +104,9 @@ TEST(IntensityDetectDialog, OpensInTheIntensityModeFollowsEveryControlAndOkOrCan
     auto params = DetectParams(QVDLG_AUTO_PROCESS | QVDLG_SHOW_PREVIEW, caller.Get());
     const auto before = params;
     Script script;
-    script.WaitUntil("the before pane shows the image",
-                     [&](const DialogView& v) { return PaneShows(v, kBeforeViewId, original); })
+    script
+        .WaitUntil("the before pane shows the image",
+                   [&](const DialogView& v) { return PaneShows(v, kBeforeViewId, original); })
         .WaitUntil("the after pane shows the caller's bounds",
                    [&](const DialogView& v) { return PaneShows(v, kAfterViewId, openedColors); })
         .Expect("the caller's channel bits are ignored",
@@ -173,8 +174,8 @@ TEST(IntensityDetectDialog, DeepGrayWidensBothSlidersBeforeTheBoundsAreChecked) 
 
 void EqualizedCopy(const TestBitmap& source, const QVLOCALHISTOEQUALIZEDLGPARAMS& p, TestBitmap& result) {
   EXPECT_EQ(Q_CopyBitmap(result.Get(), sizeof(BITMAPHANDLE), source.Get(), 0), QV_SUCCESS);
-  EXPECT_EQ(Q_LocalHistoEqualizeBitmap(result.Get(), p.nWidth, p.nHeight, p.nXExt, p.nYExt, p.uColorSpace,
-                                       p.uSmooth, 0),
+  EXPECT_EQ(Q_LocalHistoEqualizeBitmap(result.Get(), p.nWidth, p.nHeight, p.nXExt, p.nYExt, p.uColorSpace, p.uSmooth,
+                                       0),
             QV_SUCCESS);
 }
 
@@ -222,8 +223,9 @@ TEST(LocalHistoEqualizeDialog, PreviewFollowsTheColorSpaceWaitsForApplyWhenAsked
                                  caller.Get());
     const auto before = params;
     Script script;
-    script.WaitUntil("the after pane shows the caller's values",
-                     [&](const DialogView& v) { return PaneShows(v, kAfterViewId, rgbColors); })
+    script
+        .WaitUntil("the after pane shows the caller's values",
+                   [&](const DialogView& v) { return PaneShows(v, kAfterViewId, rgbColors); })
         .Expect("the Apply button shows only when asked",
                 [&](const DialogView& v) { return v.Visible(IDC_QV_APPLY) == run.apply; })
         .Expect("the combos show the caller's values",
@@ -235,14 +237,14 @@ TEST(LocalHistoEqualizeDialog, PreviewFollowsTheColorSpaceWaitsForApplyWhenAsked
         .Do("pick the gray colour space",
             [](StepContext& c) { c.Require(c.View().SelectComboIndex(IDC_LOCALHISTO_SPACE, 2)); });
     if (run.apply) {
-      script.Expect("the after pane waits for Apply",
-                    [&](const DialogView& v) { return !PaneShows(v, kAfterViewId, grayColors); })
+      script
+          .Expect("the after pane waits for Apply",
+                  [&](const DialogView& v) { return !PaneShows(v, kAfterViewId, grayColors); })
           .Do("click Apply", [](StepContext& c) { c.Require(c.View().Click(IDC_QV_APPLY)); });
     }
     script.WaitUntil("the after pane shows the gray equalization",
                      [&](const DialogView& v) { return PaneShows(v, kAfterViewId, grayColors); });
-    const RunResult result =
-        Close(script, run.ok, [&] { return Q_DlgLocalHistoEqualize(owner.Handle(), &params); });
+    const RunResult result = Close(script, run.ok, [&] { return Q_DlgLocalHistoEqualize(owner.Handle(), &params); });
     EXPECT_TRUE(result.Ok()) << result.Report();
     if (run.ok) {
       EXPECT_EQ(result.returnValue, QV_DLG_OK);
@@ -267,7 +269,8 @@ TEST(LocalHistoEqualizeDialog, TinyBitmapsDisableSmoothingAndClampTheWindow) {
   script
       .Expect("smoothing off at 0, the window within 5 by 1",
               [](const DialogView& v) {
-                return v.Enabled(IDC_LOCALHISTO_SMOOTH) == false && v.Text(IDC_LOCALHISTO_SMOOTH) == std::wstring(L"0") &&
+                return v.Enabled(IDC_LOCALHISTO_SMOOTH) == false &&
+                       v.Text(IDC_LOCALHISTO_SMOOTH) == std::wstring(L"0") &&
                        v.Text(IDC_LOCALHISTO_WIDTH) == std::wstring(L"5") &&
                        v.Text(IDC_LOCALHISTO_HEIGHT) == std::wstring(L"1");
               })

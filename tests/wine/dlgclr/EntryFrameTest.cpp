@@ -29,8 +29,7 @@ TEST_P(EveryToneExport, UnmappedReadOnlyAndTruncatedStructuresGiveInvalidParamet
   const SIZE_T page = info.dwPageSize;
   auto* reserved = static_cast<unsigned char*>(VirtualAlloc(nullptr, 2 * page, MEM_RESERVE, PAGE_NOACCESS));
   ASSERT_NE(reserved, nullptr);
-  EXPECT_EQ(E().call(m_owner.Handle(), reinterpret_cast<QVBRIGHTNESSDLGPARAMS*>(reserved)),
-            QV_ERROR_INVALID_PARAMETER)
+  EXPECT_EQ(E().call(m_owner.Handle(), reinterpret_cast<QVBRIGHTNESSDLGPARAMS*>(reserved)), QV_ERROR_INVALID_PARAMETER)
       << "reserved, not committed";
 
   ASSERT_NE(VirtualAlloc(reserved, page, MEM_COMMIT, PAGE_READWRITE), nullptr);
@@ -47,8 +46,7 @@ TEST_P(EveryToneExport, UnmappedReadOnlyAndTruncatedStructuresGiveInvalidParamet
   DWORD old = 0;
   std::memcpy(reserved, &good, sizeof good);
   ASSERT_TRUE(VirtualProtect(reserved, page, PAGE_READONLY, &old));
-  EXPECT_EQ(E().call(m_owner.Handle(), reinterpret_cast<QVBRIGHTNESSDLGPARAMS*>(reserved)),
-            QV_ERROR_INVALID_PARAMETER)
+  EXPECT_EQ(E().call(m_owner.Handle(), reinterpret_cast<QVBRIGHTNESSDLGPARAMS*>(reserved)), QV_ERROR_INVALID_PARAMETER)
       << "read-only";
   VirtualFree(reserved, 0, MEM_RELEASE);
 }
@@ -116,8 +114,11 @@ TEST_P(EveryToneExport, CancelAfterManyPreviewsLeavesStructureAndBitmapUntouched
     script.Do("preview " + std::to_string(value),
               [&, value](StepContext& c) { c.Require(c.View().SetTrackbar(E().sliderId, value)); });
   }
-  script.Do("type a value", [&](StepContext& c) { c.Require(c.View().SetEditText(E().editId, std::to_wstring(E().maximum))); })
-      .Expect("the slider follows the box", [&](const DialogView& v) { return v.TrackbarPos(E().sliderId) == E().maximum; })
+  script
+      .Do("type a value",
+          [&](StepContext& c) { c.Require(c.View().SetEditText(E().editId, std::to_wstring(E().maximum))); })
+      .Expect("the slider follows the box",
+              [&](const DialogView& v) { return v.TrackbarPos(E().sliderId) == E().maximum; })
       .ClickCancel();
   RunResult result = DriveTone(E(), m_owner.Handle(), params, script);
   EXPECT_TRUE(result.Ok()) << result.Report();
@@ -147,7 +148,8 @@ TEST_P(EveryToneExport, TextsComeFromTheKernelAndHelpReportsTheDialogId) {
             const DialogView v = c.View();
             if (v.Caption() != KernelString(E().titleString)) c.Fail("caption is not the title string");
             if (v.Text(E().groupId) != KernelString(E().groupString)) c.Fail("group box is not the group string");
-            if (v.Text(IDOK) != KernelString(0) || v.Text(IDCANCEL) != KernelString(1) || v.Text(kHelpId) != KernelString(2))
+            if (v.Text(IDOK) != KernelString(0) || v.Text(IDCANCEL) != KernelString(1) ||
+                v.Text(kHelpId) != KernelString(2))
               c.Fail("button texts are not the kernel's");
             if (v.Text(E().beforeLabelId) != KernelString(3) || v.Text(E().afterLabelId) != KernelString(4))
               c.Fail("Before/After labels are not the kernel's");

@@ -95,14 +95,16 @@ TEST(GrayDialogs, BalanceColorsTakesFractionsAsPercentagesAndOkAppliesWhatThePre
   QVBALANCINGRECORD in[3] = {{28, 0, 0.5, 0}, {28, 0, 1, 0}, {28, 0.25, 0, 1}};
   QVBALANCINGRECORD out[3] = {{28, 1, 0.5, 0}, {28, 0, 1, 0}, {28, 0.25, 0, 0.7}};
   const Applied taken = ApplyToCopy(bitmap, [&](BITMAPHANDLE* b) { return Q_BalanceColors(b, in, in + 1, in + 2, 0); });
-  const Applied chosen =
-      ApplyToCopy(bitmap, [&](BITMAPHANDLE* b) { return Q_BalanceColors(b, out, out + 1, out + 2, 0); });
+  const Applied chosen = ApplyToCopy(bitmap,
+                                     [&](BITMAPHANDLE* b) { return Q_BalanceColors(b, out, out + 1, out + 2, 0); });
 
   auto change = [&](Script& s) {
-    s.Expect("the weights and texts came in",
-             Texts({{IDC_BALANCE_RED_TO_RED, L"0"}, {IDC_BALANCE_RED_TO_GREEN, L"50"}, {IDC_BALANCE_RED_TO_BLUE, L"0"},
-                    {IDC_BALANCE_BLUE_TO_RED, L"25"}, {IDC_BALANCE_GREEN_GROUP, KernelString(462)},
-                    {IDC_BALANCE_BLUE_BLUE_LABEL, KernelString(466)}}))
+    s.Expect("the weights and texts came in", Texts({{IDC_BALANCE_RED_TO_RED, L"0"},
+                                                     {IDC_BALANCE_RED_TO_GREEN, L"50"},
+                                                     {IDC_BALANCE_RED_TO_BLUE, L"0"},
+                                                     {IDC_BALANCE_BLUE_TO_RED, L"25"},
+                                                     {IDC_BALANCE_GREEN_GROUP, KernelString(462)},
+                                                     {IDC_BALANCE_BLUE_BLUE_LABEL, KernelString(466)}}))
         .WaitUntil("the after pane shows them", AfterPaneShows(taken))
         .Do("pick 100 % red into red and 70 % blue into blue",
             [](StepContext& c) {
@@ -125,7 +127,8 @@ TEST(GrayDialogs, GrayScaleWeightsAlwaysAddUpAndOkAppliesWhatThePreviewShowed) {
   const Applied chosen = ApplyToCopy(bitmap, [](BITMAPHANDLE* b) { return Q_GrayScaleBitmapExt(b, 666, 0, 334, 0); });
 
   auto change = [&](Script& s) {
-    s.Expect("the defaults came in", Texts({{IDC_GRAYSCALE_RED_VALUE, L"333"}, {IDC_GRAYSCALE_GREEN_VALUE, L"333"},
+    s.Expect("the defaults came in", Texts({{IDC_GRAYSCALE_RED_VALUE, L"333"},
+                                            {IDC_GRAYSCALE_GREEN_VALUE, L"333"},
                                             {IDC_GRAYSCALE_BLUE_VALUE, L"334"},
                                             {IDC_GRAYSCALE_GROUP, KernelString(454)}}))
         .WaitUntil("the after pane shows them", AfterPaneShows(taken))
@@ -151,15 +154,19 @@ TEST(GrayDialogs, ColoredGrayTakesOrRefusesWeightsClampsTypedOnesAndOkAppliesWha
   params.nBlueFactor = -200;
   params.nRedGrayFactor = 1500;  // ignored
   params.nGreenGrayFactor = -300;
-  const Applied taken =
-      ApplyToCopy(bitmap, [](BITMAPHANDLE* b) { return Q_ConvertToColoredGray(b, 333, 333, 334, 0, -300, 0, 0); });
-  const Applied chosen = ApplyToCopy(
-      bitmap, [](BITMAPHANDLE* b) { return Q_ConvertToColoredGray(b, 433, 233, 334, 1000, -300, -200, 0); });
+  const Applied taken = ApplyToCopy(bitmap, [](BITMAPHANDLE* b) {
+    return Q_ConvertToColoredGray(b, 333, 333, 334, 0, -300, 0, 0);
+  });
+  const Applied chosen = ApplyToCopy(bitmap, [](BITMAPHANDLE* b) {
+    return Q_ConvertToColoredGray(b, 433, 233, 334, 1000, -300, -200, 0);
+  });
 
   auto change = [&](Script& s) {
     s.Expect("the fallback weights and the gray weights in range came in",
-             Texts({{IDC_COLOREDGRAY_RED_VALUE, L"333"}, {IDC_COLOREDGRAY_BLUE_VALUE, L"334"},
-                    {IDC_COLOREDGRAY_RED_GRAY_EDIT, L"0"}, {IDC_COLOREDGRAY_GREEN_GRAY_EDIT, L"-300"},
+             Texts({{IDC_COLOREDGRAY_RED_VALUE, L"333"},
+                    {IDC_COLOREDGRAY_BLUE_VALUE, L"334"},
+                    {IDC_COLOREDGRAY_RED_GRAY_EDIT, L"0"},
+                    {IDC_COLOREDGRAY_GREEN_GRAY_EDIT, L"-300"},
                     {IDC_COLOREDGRAY_GRAY_GROUP, KernelString(403)},
                     {IDC_COLOREDGRAY_BLUE_GRAY_LABEL, KernelString(406)}}))
         .WaitUntil("the after pane shows them", AfterPaneShows(taken))
@@ -167,9 +174,10 @@ TEST(GrayDialogs, ColoredGrayTakesOrRefusesWeightsClampsTypedOnesAndOkAppliesWha
             [](StepContext& c) { c.Require(c.View().SetEditText(IDC_COLOREDGRAY_RED_GRAY_EDIT, L"1500")); })
         .Do("page the first colour marker up", Press(IDC_COLOREDGRAY_COLOR_SLIDER, VK_NEXT))
         .Do("page the blue gray weight down", Press(IDC_COLOREDGRAY_BLUE_GRAY_SLIDER, VK_PRIOR))
-        .Expect("the box holds 1000 and labels and edits follow",
-                Texts({{IDC_COLOREDGRAY_RED_GRAY_EDIT, L"1000"}, {IDC_COLOREDGRAY_RED_VALUE, L"433"},
-                       {IDC_COLOREDGRAY_GREEN_VALUE, L"233"}, {IDC_COLOREDGRAY_BLUE_GRAY_EDIT, L"-200"}}))
+        .Expect("the box holds 1000 and labels and edits follow", Texts({{IDC_COLOREDGRAY_RED_GRAY_EDIT, L"1000"},
+                                                                         {IDC_COLOREDGRAY_RED_VALUE, L"433"},
+                                                                         {IDC_COLOREDGRAY_GREEN_VALUE, L"233"},
+                                                                         {IDC_COLOREDGRAY_BLUE_GRAY_EDIT, L"-200"}}))
         .WaitUntil("the after pane follows", AfterPaneShows(chosen));
   };
   CancelThenOk(Q_DlgColoredGray, params, bitmap, change, L"colored-gray.png");

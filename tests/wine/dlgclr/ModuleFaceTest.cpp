@@ -40,10 +40,10 @@ TEST(DialogLibraryFace, ExportsItsDialogsByPlainNames) {
   ASSERT_NE(module, nullptr);
   std::vector<std::string> names = ExportedNames(module);
   std::sort(names.begin(), names.end());
-  const std::vector<std::string> expected{"Q_DlgBalanceColors",   "Q_DlgBrightness",         "Q_DlgColoredGray",
-                                          "Q_DlgContrast",        "Q_DlgGrayScale",          "Q_DlgHistoContrast",
-                                          "Q_DlgHue",             "Q_DlgIntensityDetect",    "Q_DlgLocalHistoEqualize",
-                                          "Q_DlgPosterize",       "Q_DlgSaturation",         "Q_DlgSolarize"};
+  const std::vector<std::string> expected{"Q_DlgBalanceColors", "Q_DlgBrightness",      "Q_DlgColoredGray",
+                                          "Q_DlgContrast",      "Q_DlgGrayScale",       "Q_DlgHistoContrast",
+                                          "Q_DlgHue",           "Q_DlgIntensityDetect", "Q_DlgLocalHistoEqualize",
+                                          "Q_DlgPosterize",     "Q_DlgSaturation",      "Q_DlgSolarize"};
   for (const std::string& name : expected) {
     EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name << " is not exported";
     EXPECT_NE(GetProcAddress(module, name.c_str()), nullptr) << name;

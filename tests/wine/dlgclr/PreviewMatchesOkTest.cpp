@@ -59,16 +59,12 @@ void PutBlockPixel(BITMAPHANDLE* b, Kind kind, int x, int y, int i, int j) {
       row[3 * x + 1] = GetGValue(c);
       row[3 * x + 2] = GetRValue(c);
       return;
-    case Kind::kPaletteWithRegion:
-      row[x] = static_cast<uint8_t>(j * kColumns + i);
-      return;
+    case Kind::kPaletteWithRegion: row[x] = static_cast<uint8_t>(j * kColumns + i); return;
     case Kind::kSignedGray16:
       word = static_cast<uint16_t>(static_cast<int16_t>((GetRValue(c) + GetGValue(c) - 250) * 90));
       break;
     case Kind::k565BlueLow:
-    case Kind::k565RedLow:
-      word = Pack565(c, kind == Kind::k565RedLow);
-      break;
+    case Kind::k565RedLow: word = Pack565(c, kind == Kind::k565RedLow); break;
   }
   std::memcpy(row + 2 * x, &word, 2);
 }

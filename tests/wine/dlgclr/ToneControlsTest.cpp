@@ -33,7 +33,9 @@ TEST(ToneCallerValue, OutOfRangeValuesComeInAsTheRangeMinimum) {
     auto params = ToneParams(0, nullptr, 0);
     std::memcpy(&params.nBrightness, &c.field, sizeof c.field);
     Script script;
-    script.Expect("slider and box show the value taken in", [&](const DialogView& v) { return ShowsValue(v, e, c.shown); })
+    script
+        .Expect("slider and box show the value taken in",
+                [&](const DialogView& v) { return ShowsValue(v, e, c.shown); })
         .ClickOk();
     RunResult result = DriveTone(e, owner.Handle(), params, script);
     EXPECT_TRUE(result.Ok()) << c.name << " " << c.field << "\n" << result.Report();
@@ -52,7 +54,8 @@ TEST(ToneEditBox, AnOutOfRangeNumberWaitsForTheCommitWhichWritesTheLimit) {
       .Do("commit the box", [&](StepContext& c) { c.Require(c.View().CommitEdit(e.editId)); })
       .Expect("the box says 1000 and the slider follows", [&](const DialogView& v) { return ShowsValue(v, e, 1000); })
       .Do("type -40", [&](StepContext& c) { c.Require(c.View().SetEditText(e.editId, L"-40")); })
-      .Expect("a number in range is taken at once", [&](const DialogView& v) { return v.TrackbarPos(e.sliderId) == -40; })
+      .Expect("a number in range is taken at once",
+              [&](const DialogView& v) { return v.TrackbarPos(e.sliderId) == -40; })
       .ClickOk();
   RunResult result = DriveTone(e, owner.Handle(), params, script);
   EXPECT_TRUE(result.Ok()) << result.Report();
@@ -62,7 +65,8 @@ TEST(ToneEditBox, AnOutOfRangeNumberWaitsForTheCommitWhichWritesTheLimit) {
   auto posterize = ToneParams(0, nullptr, 8);
   Script below;
   below.Do("type 1", [&](StepContext& c) { c.Require(c.View().SetEditText(p.editId, L"1")); })
-      .Expect("below the range nothing is taken yet", [&](const DialogView& v) { return v.TrackbarPos(p.sliderId) == 8; })
+      .Expect("below the range nothing is taken yet",
+              [&](const DialogView& v) { return v.TrackbarPos(p.sliderId) == 8; })
       .Do("commit the box", [&](StepContext& c) { c.Require(c.View().CommitEdit(p.editId)); })
       .Expect("the minimum is written and taken", [&](const DialogView& v) { return ShowsValue(v, p, 2); })
       .Expect("the box takes three characters at most",
@@ -83,7 +87,8 @@ TEST(ToneSolarize, DeepGrayImagesWidenTheSliderButNotTheBoxOrTheIncomingValue) {
   script
       .Expect("the slider spans 0..65535",
               [&](const DialogView& v) { return v.TrackbarRange(e.sliderId) == std::make_pair(0, 65535); })
-      .Expect("300 was judged against 0..255 and came in as 0", [&](const DialogView& v) { return ShowsValue(v, e, 0); })
+      .Expect("300 was judged against 0..255 and came in as 0",
+              [&](const DialogView& v) { return ShowsValue(v, e, 0); })
       .Expect("the box still holds 4 characters",
               [&](const DialogView& v) { return SendMessageW(v.Control(e.editId), EM_GETLIMITTEXT, 0, 0) == 4; })
       .Do("drag to 40000", [&](StepContext& c) { c.Require(c.View().SetTrackbar(e.sliderId, 40000)); })
@@ -96,9 +101,11 @@ TEST(ToneSolarize, DeepGrayImagesWidenTheSliderButNotTheBoxOrTheIncomingValue) {
   MakeStripedBitmap(color);
   auto colorParams = ToneParams(QVDLG_SHOW_PREVIEW, color.Get(), 200);
   Script narrow;
-  narrow.Expect("a 24-bit image keeps 0..255", [&](const DialogView& v) {
-          return v.TrackbarRange(e.sliderId) == std::make_pair(0, 255) && ShowsValue(v, e, 200);
-        })
+  narrow
+      .Expect("a 24-bit image keeps 0..255",
+              [&](const DialogView& v) {
+                return v.TrackbarRange(e.sliderId) == std::make_pair(0, 255) && ShowsValue(v, e, 200);
+              })
       .ClickCancel();
   result = DriveTone(e, owner.Handle(), colorParams, narrow);
   EXPECT_TRUE(result.Ok()) << result.Report();
@@ -146,9 +153,9 @@ TEST(ToneContextHelp, TheFlagAddsTheTitleBarButton) {
   for (uint32_t flags : {0u, static_cast<unsigned>(QVDLG_SHOW_CONTEXTHELP)}) {
     auto params = ToneParams(flags, nullptr, 0);
     Script script;
-    script.Expect("context help as asked", [&](const DialogView& v) {
-            return ((v.ExStyle() & WS_EX_CONTEXTHELP) != 0) == (flags != 0);
-          })
+    script
+        .Expect("context help as asked",
+                [&](const DialogView& v) { return ((v.ExStyle() & WS_EX_CONTEXTHELP) != 0) == (flags != 0); })
         .ClickCancel();
     RunResult result = DriveTone(e, owner.Handle(), params, script);
     EXPECT_TRUE(result.Ok()) << result.Report();

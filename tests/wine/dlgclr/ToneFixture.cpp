@@ -80,9 +80,7 @@ COLORREF TestBitmap::ColorAt(int x, int y) const {
   return Get()->uOrder == QV_ORDER_RGB ? RGB(p[0], p[1], p[2]) : RGB(p[2], p[1], p[0]);
 }
 
-std::vector<int> StripeCentres() {
-  return {kStripedWidth / 10, kStripedWidth * 45 / 100, kStripedWidth * 85 / 100};
-}
+std::vector<int> StripeCentres() { return {kStripedWidth / 10, kStripedWidth * 45 / 100, kStripedWidth * 85 / 100}; }
 
 void MakeStripedBitmap(TestBitmap& bitmap) {
   BITMAPHANDLE* b = bitmap.Get();

@@ -26,7 +26,9 @@ void AddTabCycle(Script& script, const std::vector<int>& order) {
   for (size_t i = 0; i < order.size(); ++i) {
     const int from = order[i];
     const int to = order[(i + 1) % order.size()];
-    script.Do("Tab from control " + std::to_string(from), [from](StepContext& c) { c.Require(c.View().PostKey(from, VK_TAB)); })
+    script
+        .Do("Tab from control " + std::to_string(from),
+            [from](StepContext& c) { c.Require(c.View().PostKey(from, VK_TAB)); })
         .Do("focus reaches control " + std::to_string(to), [to](StepContext& c) {
           const int now = c.View().FocusedId();
           if (now != to) c.Retry("focus is on control " + std::to_string(now));
@@ -49,8 +51,9 @@ TEST(ToneKeyboard, TabWalksSliderEditOkCancelHelpAndWraps) {
   const Variant variants[] = {
       {"help shown", 0, true},
       {"help hidden", 0, false},
-      {"preview with its toolbar", QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_ZOOMLEVEL | QVDLG_SHOW_TOOL_BUTTON3 |
-                                       QVDLG_SHOW_TOOL_BUTTON4 | QVDLG_SHOW_TOOL_BUTTON5,
+      {"preview with its toolbar",
+       QVDLG_SHOW_PREVIEW | QVDLG_SHOW_TOOL_ZOOMLEVEL | QVDLG_SHOW_TOOL_BUTTON3 | QVDLG_SHOW_TOOL_BUTTON4 |
+           QVDLG_SHOW_TOOL_BUTTON5,
        true},
   };
   for (const ToneExport& e : ToneExports()) {
@@ -94,7 +97,8 @@ TEST(ToneKeyboard, EnterOnTheSliderPressesOk) {
   for (const ToneExport& e : ToneExports()) {
     auto params = ToneParams(0, nullptr, e.minimum);
     Script script;
-    script.Do("drag to a new value", [&](StepContext& c) { c.Require(c.View().SetTrackbar(e.sliderId, e.previewValue)); })
+    script
+        .Do("drag to a new value", [&](StepContext& c) { c.Require(c.View().SetTrackbar(e.sliderId, e.previewValue)); })
         .Do("press Enter on the slider", [&](StepContext& c) { c.Require(c.View().PostKey(e.sliderId, VK_RETURN)); });
     RunResult result = DriveTone(e, owner.Handle(), params, script);
     EXPECT_TRUE(result.Ok()) << e.name << "\n" << result.Report();

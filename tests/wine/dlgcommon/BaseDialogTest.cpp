@@ -49,11 +49,12 @@ TEST(BaseDialog, HelpCallbackGetsDialogIdControlIdAndUserData) {
   Script script;
   script.Do("press Help", [](StepContext& c) { c.Require(c.View().Click(IDC_TEST_HELP)); })
       .Do("press F1 in the edit box", [](StepContext& c) { c.Require(c.View().PostKey(IDC_TEST_EDIT, VK_F1)); })
-      .Do("ask for help on the slider with the title-bar button", [](StepContext& c) {
-        HWND slider = c.View().Control(IDC_TEST_SLIDER);
-        HELPINFO info{sizeof(HELPINFO), HELPINFO_WINDOW, IDC_TEST_SLIDER, slider, 0, {10, 10}};
-        SendMessageW(c.Target(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
-      })
+      .Do("ask for help on the slider with the title-bar button",
+          [](StepContext& c) {
+            HWND slider = c.View().Control(IDC_TEST_SLIDER);
+            HELPINFO info{sizeof(HELPINFO), HELPINFO_WINDOW, IDC_TEST_SLIDER, slider, 0, {10, 10}};
+            SendMessageW(c.Target(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
+          })
       .Expect("three calls so far", [](const DialogView&) { return g_helpCalls.size() == 3; })
       .ClickCancel();
   const auto result = Drive(dialog, script);
@@ -71,10 +72,12 @@ TEST(BaseDialog, HelpCallbackGetsDialogIdControlIdAndUserData) {
   g_helpCalls.clear();
   CPreviewTestDialog silent(nullptr);
   Script quiet;
-  quiet.Do("press Help and F1", [](StepContext& c) {
-         c.Require(c.View().Click(IDC_TEST_HELP));
-         c.Require(c.View().PostKey(IDC_TEST_EDIT, VK_F1));
-       })
+  quiet
+      .Do("press Help and F1",
+          [](StepContext& c) {
+            c.Require(c.View().Click(IDC_TEST_HELP));
+            c.Require(c.View().PostKey(IDC_TEST_EDIT, VK_F1));
+          })
       .ClickCancel();
   const auto quietResult = Drive(silent, quiet);
   EXPECT_TRUE(quietResult.Ok()) << quietResult.Report();

@@ -34,7 +34,8 @@ TEST(PreviewBitmap, EachEffectMemberMatchesItsKernelOperation) {
   const EffectCase cases[] = {
       {"gamma", [](CQVBitmap& b) { return b.GammaAdjustment(50, 120, 300); },
        [](BITMAPHANDLE* p) { return Q_GammaCorrectBitmapExt(p, 50, 120, 300, 0); }},
-      {"intensity detect", [](CQVBitmap& b) { return b.IntensityDetect(30, 200, RGB(255, 0, 0), RGB(0, 0, 255), 0x010); },
+      {"intensity detect",
+       [](CQVBitmap& b) { return b.IntensityDetect(30, 200, RGB(255, 0, 0), RGB(0, 0, 255), 0x010); },
        [](BITMAPHANDLE* p) { return Q_IntensityDetectBitmap(p, 30, 200, RGB(255, 0, 0), RGB(0, 0, 255), 0x010, 0); }},
       {"gray scale", [](CQVBitmap& b) { return b.GrayScaleBitmapExt(500, 300, 200); },
        [](BITMAPHANDLE* p) { return Q_GrayScaleBitmapExt(p, 500, 300, 200, 0); }},

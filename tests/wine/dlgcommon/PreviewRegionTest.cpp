@@ -91,30 +91,35 @@ TEST(PreviewRegion, OnlyTheRegionChangesInTheAfterPaneAtEveryZoom) {
         .Do("drag the level up", [&](StepContext&) { dialog.SetLevel(kLevel); })
         .WaitUntil("the preview ran with the new level",
                    [&](const DialogView&) { return dialog.LastEffectLevel() == kLevel; })
-        .Do("compare the after pane with the region", [&](StepContext& c) {
-          const BITMAPHANDLE& s = *dialog.GetDisplaySource()->GetHandle();
-          // At fit zoom the whole image, at 100 % an unscaled crop.
-          const RECT area = dialog.GetDisplaySourceRect();
-          const bool wantCrop = !rc.fit && area.right - area.left == s.nWidth && area.bottom - area.top == s.nHeight &&
-                                s.nWidth < kWidth && s.nHeight < kHeight;
-          const bool wantWhole = rc.fit && area.left == 0 && area.top == 0 && area.right == kWidth && area.bottom == kHeight;
-          if (!wantCrop && !wantWhole) return c.Fail("the source does not hold what the zoom shows");
-          const int inside = CheckAgainstRegion(c, dialog, rc.region, area);
-          if ((inside > 0) != rc.seen) c.Fail(std::to_string(inside) + " source pixels lie in the region");
-          if (Q_BitmapHasRgn(&s, 0) != (rc.seen ? 1 : 0)) c.Fail("the display source's region is wrong");
-        })
-        .Do("the panes show it too", [&](StepContext& c) {
-          if (!rc.fit) return;
-          const BITMAPHANDLE& s = *dialog.GetDisplaySource()->GetHandle();
-          const RECT whole{0, 0, kWidth, kHeight};
-          const POINT outside{s.nWidth / 10, s.nHeight / 10}, inside{s.nWidth / 2, s.nHeight / 2};
-          const BITMAPHANDLE& a = *dialog.GetAfterBitmap()->GetHandle();
-          if (!ShownAt(dialog.GetAfterView(), whole, outside.x, outside.y).SameColor(ColorOf(s, outside.x, outside.y)))
-            c.Fail("the after pane changed a pixel outside the region");
-          if (!ShownAt(dialog.GetAfterView(), whole, inside.x, inside.y).SameColor(ColorOf(a, inside.x, inside.y)) ||
-              SamePixel(a, s, inside.x, inside.y))
-            c.Fail("the after pane does not show the effect inside the region");
-        })
+        .Do("compare the after pane with the region",
+            [&](StepContext& c) {
+              const BITMAPHANDLE& s = *dialog.GetDisplaySource()->GetHandle();
+              // At fit zoom the whole image, at 100 % an unscaled crop.
+              const RECT area = dialog.GetDisplaySourceRect();
+              const bool wantCrop = !rc.fit && area.right - area.left == s.nWidth &&
+                                    area.bottom - area.top == s.nHeight && s.nWidth < kWidth && s.nHeight < kHeight;
+              const bool wantWhole = rc.fit && area.left == 0 && area.top == 0 && area.right == kWidth &&
+                                     area.bottom == kHeight;
+              if (!wantCrop && !wantWhole) return c.Fail("the source does not hold what the zoom shows");
+              const int inside = CheckAgainstRegion(c, dialog, rc.region, area);
+              if ((inside > 0) != rc.seen) c.Fail(std::to_string(inside) + " source pixels lie in the region");
+              if (Q_BitmapHasRgn(&s, 0) != (rc.seen ? 1 : 0)) c.Fail("the display source's region is wrong");
+            })
+        .Do("the panes show it too",
+            [&](StepContext& c) {
+              if (!rc.fit) return;
+              const BITMAPHANDLE& s = *dialog.GetDisplaySource()->GetHandle();
+              const RECT whole{0, 0, kWidth, kHeight};
+              const POINT outside{s.nWidth / 10, s.nHeight / 10}, inside{s.nWidth / 2, s.nHeight / 2};
+              const BITMAPHANDLE& a = *dialog.GetAfterBitmap()->GetHandle();
+              if (!ShownAt(dialog.GetAfterView(), whole, outside.x, outside.y)
+                       .SameColor(ColorOf(s, outside.x, outside.y)))
+                c.Fail("the after pane changed a pixel outside the region");
+              if (!ShownAt(dialog.GetAfterView(), whole, inside.x, inside.y)
+                       .SameColor(ColorOf(a, inside.x, inside.y)) ||
+                  SamePixel(a, s, inside.x, inside.y))
+                c.Fail("the after pane does not show the effect inside the region");
+            })
         .ClickCancel();
     const auto result = Drive(dialog, script);
     EXPECT_TRUE(result.Ok()) << result.Report();
@@ -160,12 +165,14 @@ TEST(PreviewRegion, TipsAndTheOutOfDateNoteAreTheKernelsTextsAndFollowAnOverride
     dialog.UseApplyButton(1);
     Script script;
     script.WaitUntil("the first preview is rendered", [&](const DialogView&) { return dialog.GetRenderCount() >= 1; })
-        .Expect("the reset button's tip is the host's", [&](const DialogView&) {
-          return ButtonText(dialog.GetPreviewToolbar(), CQVBeforeAfterDlg::kCmdResetView) == kReset;
-        })
-        .Expect("the fit button's tip is the built-in text", [&](const DialogView&) {
-          return ButtonText(dialog.GetPreviewToolbar(), CQVBeforeAfterDlg::kCmdZoomFit) == fitBuiltIn;
-        })
+        .Expect("the reset button's tip is the host's",
+                [&](const DialogView&) {
+                  return ButtonText(dialog.GetPreviewToolbar(), CQVBeforeAfterDlg::kCmdResetView) == kReset;
+                })
+        .Expect("the fit button's tip is the built-in text",
+                [&](const DialogView&) {
+                  return ButtonText(dialog.GetPreviewToolbar(), CQVBeforeAfterDlg::kCmdZoomFit) == fitBuiltIn;
+                })
         .Do("change the level", [&](StepContext&) { dialog.SetLevel(250); })
         .Expect("the stale note is the host's text",
                 [&](const DialogView&) { return dialog.GetAfterView().GetNote() == kStale; })

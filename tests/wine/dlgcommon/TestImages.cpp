@@ -18,8 +18,7 @@ void TestBitmap::FillPattern(unsigned seed) {
   std::mt19937 random(seed);
   BITMAPHANDLE& b = *m_bitmap;
   if (b.nColors > 0) {
-    for (int i = 0; i < b.nColors; ++i)
-      b.Palette[i] = RGBQUAD{BYTE(random()), BYTE(random()), BYTE(random()), 0};
+    for (int i = 0; i < b.nColors; ++i) b.Palette[i] = RGBQUAD{BYTE(random()), BYTE(random()), BYTE(random()), 0};
   }
   const bool twelve = b.nBitsPerPixel == 12;
   const size_t rowBytes = (size_t(b.nWidth) * b.nBitsPerPixel + 7) / 8;
@@ -62,16 +61,11 @@ std::vector<uint32_t> Samples(const BITMAPHANDLE& b, int x, int y) {
       const uint32_t v = word(row + 2 * x);
       return {(b.uFlags & QV_BMF_SIGNED) ? (v + 32768) & 0xFFFF : v};
     }
-    case 24:
-      return {row[3 * x], row[3 * x + 1], row[3 * x + 2]};
-    case 32:
-      return {row[4 * x], row[4 * x + 1], row[4 * x + 2], row[4 * x + 3]};
-    case 48:
-      return {word(row + 6 * x), word(row + 6 * x + 2), word(row + 6 * x + 4)};
-    case 64:
-      return {word(row + 8 * x), word(row + 8 * x + 2), word(row + 8 * x + 4), word(row + 8 * x + 6)};
-    default:
-      return {};
+    case 24: return {row[3 * x], row[3 * x + 1], row[3 * x + 2]};
+    case 32: return {row[4 * x], row[4 * x + 1], row[4 * x + 2], row[4 * x + 3]};
+    case 48: return {word(row + 6 * x), word(row + 6 * x + 2), word(row + 6 * x + 4)};
+    case 64: return {word(row + 8 * x), word(row + 8 * x + 2), word(row + 8 * x + 4), word(row + 8 * x + 6)};
+    default: return {};
   }
 }
 

@@ -217,25 +217,31 @@ TEST_F(DialogTest, ModalOkSavesDataAndCancelLeavesIt) {
     int expectedComboIndex;
   };
   const Case cases[] = {
-      {L"ok", [](TestDialog& d) {
+      {L"ok",
+       [](TestDialog& d) {
          d.SetDlgItemText(IDC_FW_NUMBER, L"-17");
          d.CheckDlgButton(IDC_FW_CHECK, BST_UNCHECKED);
          d.m_combo.SetCurSel(2);
          d.PostMessage(WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
-       }, IDOK, -17, 0, 2},
-      {L"cancel", [](TestDialog& d) {
+       },
+       IDOK, -17, 0, 2},
+      {L"cancel",
+       [](TestDialog& d) {
          d.SetDlgItemText(IDC_FW_NUMBER, L"99");
          d.CheckDlgButton(IDC_FW_CHECK, BST_UNCHECKED);
          d.PostMessage(WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
-       }, IDCANCEL, 42, 1, 1},
+       },
+       IDCANCEL, 42, 1, 1},
       // Text that is no whole number keeps the dialog open on OK; the script
       // then cancels, and nothing was written.
-      {L"invalid", [](TestDialog& d) {
+      {L"invalid",
+       [](TestDialog& d) {
          d.SetDlgItemText(IDC_FW_NUMBER, L"12abc");
          d.CheckDlgButton(IDC_FW_CHECK, BST_UNCHECKED);
          d.SendMessage(WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
          if (d.GetEndResult() == 0) d.PostMessage(WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
-       }, IDCANCEL, 42, 1, 1},
+       },
+       IDCANCEL, 42, 1, 1},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);

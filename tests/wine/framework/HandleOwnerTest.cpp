@@ -125,8 +125,8 @@ TEST(HandleOwnerTest, FileDialogFilterBecomesDoubleNullList) {
     std::vector<wchar_t> expected;
   };
   const Case cases[] = {
-      {L"Curves (*.crv)|*.crv||", {L'C', L'u', L'r', L'v', L'e', L's', L' ', L'(', L'*', L'.', L'c', L'r', L'v', L')',
-                                   0, L'*', L'.', L'c', L'r', L'v', 0, 0}},
+      {L"Curves (*.crv)|*.crv||", {L'C', L'u', L'r', L'v', L'e', L's', L' ', L'(', L'*', L'.', L'c',
+                                   L'r', L'v', L')', 0,    L'*', L'.', L'c', L'r', L'v', 0,    0}},
       {L"A|*.a", {L'A', 0, L'*', L'.', L'a', 0, 0}},
       {L"", {0, 0}},
       {nullptr, {0, 0}},

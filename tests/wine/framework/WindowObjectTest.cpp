@@ -27,16 +27,20 @@ class RecordingWnd : public CWnd {
   bool throwOnTimer = false;
 
  protected:
-  void OnSize(UINT type, int cx, int cy) override { log.push_back(L"size " + std::to_wstring(cx) + L"x" + std::to_wstring(cy)); }
+  void OnSize(UINT type, int cx, int cy) override {
+    log.push_back(L"size " + std::to_wstring(cx) + L"x" + std::to_wstring(cy));
+  }
   void OnKeyDown(UINT key, UINT repeat, UINT) override {
     log.push_back(L"keydown " + std::to_wstring(key) + L" " + std::to_wstring(repeat));
   }
   void OnChar(UINT ch, UINT, UINT) override { log.push_back(std::wstring(L"char ") + static_cast<wchar_t>(ch)); }
   void OnLButtonDown(UINT flags, POINT point) override {
-    log.push_back(L"lbutton " + std::to_wstring(point.x) + L"," + std::to_wstring(point.y) + L" " + std::to_wstring(flags));
+    log.push_back(L"lbutton " + std::to_wstring(point.x) + L"," + std::to_wstring(point.y) + L" " +
+                  std::to_wstring(flags));
   }
   BOOL OnMouseWheel(UINT, short delta, POINT point) override {
-    log.push_back(L"wheel " + std::to_wstring(delta) + L" at " + std::to_wstring(point.x) + L"," + std::to_wstring(point.y));
+    log.push_back(L"wheel " + std::to_wstring(delta) + L" at " + std::to_wstring(point.x) + L"," +
+                  std::to_wstring(point.y));
     return TRUE;
   }
   void OnTimer(UINT_PTR id) override {
@@ -59,7 +63,8 @@ RECT Rect(int left, int top, int right, int bottom) { return RECT{left, top, rig
 class WindowObjectTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_NE(CWnd::RegisterFrameworkClass(kTestClass, 0, nullptr, reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1)), nullptr);
+    ASSERT_NE(CWnd::RegisterFrameworkClass(kTestClass, 0, nullptr, reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1)),
+              nullptr);
   }
 };
 
@@ -189,8 +194,8 @@ TEST_F(WindowObjectTest, MessagesReachTypedHandlersUnpacked) {
   wnd.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-240)), MAKELPARAM(40, 50));
   wnd.SendMessage(WM_TIMER, 7, 0);
   wnd.SendMessage(WM_COMMAND, MAKEWPARAM(4321, 0), 0);
-  const std::vector<std::wstring> expected = {L"size 321x123",   L"keydown 37 3",     L"lbutton -5,17 1",
-                                              L"wheel -240 at 40,50", L"timer 7", L"command 4321 0"};
+  const std::vector<std::wstring> expected = {L"size 321x123",        L"keydown 37 3", L"lbutton -5,17 1",
+                                              L"wheel -240 at 40,50", L"timer 7",      L"command 4321 0"};
   EXPECT_EQ(wnd.log, expected);
 }
 

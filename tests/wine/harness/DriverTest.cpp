@@ -51,20 +51,32 @@ TEST(Driver, EndsStuckRunsNamesTheStepAndRunsAgainCleanly) {
     std::vector<const char*> expected;
   };
   const Case cases[] = {
-      {"a script that never closes the dialog", [](Script& s) { s.Do("look", [](StepContext&) {}); },
-       Quick(2000, 300, 20000), {"outlived its script", "'Driver Test'", "step #1 'look'"}},
+      {"a script that never closes the dialog",
+       [](Script& s) { s.Do("look", [](StepContext&) {}); },
+       Quick(2000, 300, 20000),
+       {"outlived its script", "'Driver Test'", "step #1 'look'"}},
       {"a nested modal nobody answers",
        [](Script& s) {
-         s.Do("open a nested box",
-              [](StepContext& c) { MessageBoxW(c.Target(), L"nested", kNestedCaption, MB_OK); });
+         s.Do("open a nested box", [](StepContext& c) { MessageBoxW(c.Target(), L"nested", kNestedCaption, MB_OK); });
        },
-       Quick(2000, 300, 20000), {"outlived its script", "'Driver Test Nested'", "step #1 'open a nested box' had not"}},
+       Quick(2000, 300, 20000),
+       {"outlived its script", "'Driver Test Nested'", "step #1 'open a nested box' had not"}},
       {"a condition that never comes true",
-       [](Script& s) { s.WaitUntil("never true", [](const DialogView&) { return false; }, 300).ClickOk(); },
-       Quick(2000, 2000, 20000), {"step #1 'never true' is stuck"}},
+       [](Script& s) {
+         s.WaitUntil(
+              "never true", [](const DialogView&) { return false; }, 300)
+             .ClickOk();
+       },
+       Quick(2000, 2000, 20000),
+       {"step #1 'never true' is stuck"}},
       {"a run past its overall timeout",
-       [](Script& s) { s.WaitUntil("never true", [](const DialogView&) { return false; }, 60000).ClickOk(); },
-       Quick(60000, 60000, 500), {"500 ms timeout", "waiting at step #1 'never true'"}},
+       [](Script& s) {
+         s.WaitUntil(
+              "never true", [](const DialogView&) { return false; }, 60000)
+             .ClickOk();
+       },
+       Quick(60000, 60000, 500),
+       {"500 ms timeout", "waiting at step #1 'never true'"}},
   };
   DialogDriver driver;
   for (const Case& c : cases) {
@@ -108,8 +120,8 @@ TEST(Driver, EndsAWindowThatNeverBecameActive) {
   // A call that shows a window without activating it and waits in its own
   // loop: the hook never sees it, so only the thread's window list can.
   auto call = [] {
-    HWND popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, L"STATIC", L"Never Active", WS_POPUP, 10, 10,
-                                 120, 40, nullptr, nullptr, nullptr, nullptr);
+    HWND popup = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, L"STATIC", L"Never Active", WS_POPUP, 10, 10, 120,
+                                 40, nullptr, nullptr, nullptr, nullptr);
     if (!popup) return -1;
     ShowWindow(popup, SW_SHOWNOACTIVATE);
     MSG msg;

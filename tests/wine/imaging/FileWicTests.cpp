@@ -85,8 +85,14 @@ TEST(WicFiles, PngIsExactAndJpegIsClose) {
   OwnedBitmap src;
   ASSERT_EQ(Q_CreateBitmap(src.get(), sizeof(BITMAPHANDLE), 48, 40, 24, QV_ORDER_BGR, nullptr, 0, 0), QV_SUCCESS);
   FillGradient(*src);
-  struct Case { const wchar_t* name; unsigned format; int tolerance; };
-  const Case cases[] = {{L"color.png", QV_FILE_PNG, 0}, {L"color.bmp", QV_FILE_BMP, 0}, {L"color.jpg", QV_FILE_JPEG, 12}};
+  struct Case {
+    const wchar_t* name;
+    unsigned format;
+    int tolerance;
+  };
+  const Case cases[] = {{L"color.png", QV_FILE_PNG, 0},
+                        {L"color.bmp", QV_FILE_BMP, 0},
+                        {L"color.jpg", QV_FILE_JPEG, 12}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.format);
     const std::wstring path = qvtest::OutputPath(c.name);
@@ -98,7 +104,8 @@ TEST(WicFiles, PngIsExactAndJpegIsClose) {
     int worst = 0;
     for (int y = 0; y < 40; ++y)
       for (int i = 0; i < 48 * 3; ++i)
-        worst = std::max(worst, std::abs(src->pData[y * src->nBytesPerLine + i] - back->pData[y * back->nBytesPerLine + i]));
+        worst = std::max(worst,
+                         std::abs(src->pData[y * src->nBytesPerLine + i] - back->pData[y * back->nBytesPerLine + i]));
     EXPECT_LE(worst, c.tolerance);
     // Saving what was loaded and loading it again gives the same pixels for the lossless containers.
     const std::wstring again = qvtest::OutputPath(std::wstring(L"again-") + c.name);

@@ -47,7 +47,8 @@ TEST(HostileInput, NullUnmappedAndReadOnlyDescriptors) {
     EXPECT_EQ(Q_IsGrayScaleBitmap(p, 0), QV_ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Q_FreeBitmap(p, 0), QV_ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Q_InitBitmap(p, sizeof(BITMAPHANDLE), 4, 4, 24, 0), QV_ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(Q_CreateBitmap(p, sizeof(BITMAPHANDLE), 4, 4, 24, QV_ORDER_BGR, nullptr, 0, 0), QV_ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(Q_CreateBitmap(p, sizeof(BITMAPHANDLE), 4, 4, 24, QV_ORDER_BGR, nullptr, 0, 0),
+              QV_ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Q_SetBitmapRgnRect(p, &r, 0), QV_ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Q_BitmapHasRgn(p, 0), QV_ERROR_INVALID_PARAMETER);
     EXPECT_EQ(Q_InsertBitmapListItem(list, 0, p, 0), QV_ERROR_INVALID_PARAMETER);
@@ -78,7 +79,11 @@ TEST(HostileInput, DamagedAndForeignFiles) {
   ASSERT_EQ(Q_SaveBitmap(png.c_str(), src.get(), QV_FILE_PNG, 0), QV_SUCCESS);
   std::vector<uint8_t> bytes = qvtest::ReadFileBytes(png);
   ASSERT_GT(bytes.size(), 100u);
-  struct Case { const wchar_t* name; std::vector<uint8_t> content; int expected; };
+  struct Case {
+    const wchar_t* name;
+    std::vector<uint8_t> content;
+    int expected;
+  };
   std::vector<uint8_t> cut(bytes.begin(), bytes.begin() + bytes.size() / 2);
   const char text[] = "plain text, no picture here\r\n";
   const Case cases[] = {

@@ -79,7 +79,8 @@ TEST(Paint, EveryFormatPaintsItsDarkestAndBrightestValues) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     OwnedBitmap b;
-    ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 1, 2, c.bits, c.order, c.bits <= 8 && c.order != QV_ORDER_GRAY ? pal : nullptr,
+    ASSERT_EQ(Q_CreateBitmap(b.get(), sizeof(BITMAPHANDLE), 1, 2, c.bits, c.order,
+                             c.bits <= 8 && c.order != QV_ORDER_GRAY ? pal : nullptr,
                              c.bits <= 8 && c.order != QV_ORDER_GRAY ? 2 : 0, c.isSigned ? QV_BMF_SIGNED : 0),
               QV_SUCCESS);
     std::memcpy(b->pData, c.dark.data(), c.dark.size());
@@ -120,7 +121,8 @@ TEST(Paint, BadArgumentsAreRefused) {
   EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), &empty, nullptr, 0), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, &inverted, 0), QV_ERROR_INVALID_PARAMETER);
   EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), nullptr, nullptr, 8), QV_ERROR_INVALID_FLAGS);
-  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), reinterpret_cast<const RECT*>(16), nullptr, 0), QV_ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(Q_PaintBitmap(target.dc(), b.get(), reinterpret_cast<const RECT*>(16), nullptr, 0),
+            QV_ERROR_INVALID_PARAMETER);
 }
 
 TEST(Palettes, BitmapPaletteDuplicateAndPaintPalette) {

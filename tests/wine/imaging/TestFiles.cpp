@@ -54,10 +54,20 @@ std::vector<uint8_t> MakeGray16Tiff(int width, int height, const std::vector<uin
   const uint32_t ifdOffset = 8 + dataBytes;
   Put32(t, ifdOffset);
   for (uint16_t s : samples) Put16(t, s);
-  struct Entry { uint16_t tag, type; uint32_t count, value; };
+  struct Entry {
+    uint16_t tag, type;
+    uint32_t count, value;
+  };
   const Entry entries[] = {
-      {256, 4, 1, uint32_t(width)}, {257, 4, 1, uint32_t(height)}, {258, 3, 1, 16}, {259, 3, 1, 1},
-      {262, 3, 1, 1}, {273, 4, 1, 8}, {277, 3, 1, 1}, {278, 4, 1, uint32_t(height)}, {279, 4, 1, dataBytes},
+      {256, 4, 1, uint32_t(width)},
+      {257, 4, 1, uint32_t(height)},
+      {258, 3, 1, 16},
+      {259, 3, 1, 1},
+      {262, 3, 1, 1},
+      {273, 4, 1, 8},
+      {277, 3, 1, 1},
+      {278, 4, 1, uint32_t(height)},
+      {279, 4, 1, dataBytes},
   };
   Put16(t, sizeof entries / sizeof entries[0]);
   for (const Entry& e : entries) {

@@ -116,30 +116,36 @@ TEST_F(WindowLevelSliderTest, DragsMoveStopAndHandOverMarkersAndNotifyEachChange
       {"a move that changes no pixel sends nothing", 0, {20}, false, {20}, {20}, {20}, 1},
       {"the track start is the minimum", 0, {20}, false, {0}, {0}, {0}, 2},
       {"a pointer beyond the track clamps to the maximum", 0, {20}, false, {kBeyond}, {kMax}, {kMax}, 2},
-      {"the neighbour stops the drag and the drop keeps its value", kNoPassing, {20, 50}, false, {70}, {50, 50},
-       {50, 50}, 2},
+      {"the neighbour stops the drag and the drop keeps its value",
+       kNoPassing,
+       {20, 50},
+       false,
+       {70},
+       {50, 50},
+       {50, 50},
+       2},
       {"without the rule markers pass and the drop sorts them", 0, {20, 50}, false, {70}, {70, 50}, {50, 70}, 2},
       {"stacked markers: a drag up moves the upper", kNoPassing, {40, 40}, false, {55}, {40, 55}, {40, 55}, 2},
       {"ctrl-drag moves every marker, one notification each", 0, {20, 50}, true, {30}, {30, 60}, {30, 60}, 3},
       {"ctrl-drag with a marker at the maximum is refused", 0, {20, kMax}, true, {30}, {20, kMax}, {20, kMax}, 1},
   };
   for (const bool vertical : {false, true})
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.what) + (vertical ? ", vertical" : ""));
-    Open(c.style, c.markers, vertical);
-    const WPARAM keys = MK_LBUTTON | (c.ctrl ? MK_CONTROL : 0);
-    Mouse(WM_LBUTTONDOWN, keys, Slider().MarkerThumbCenter(0));
-    EXPECT_EQ(::GetCapture(), Slider().m_hWnd);
-    for (double move : c.moves) Mouse(WM_MOUSEMOVE, keys, At(move));
-    EXPECT_EQ(Values(), Resolve(c.afterMoves));
-    Mouse(WM_LBUTTONUP, c.ctrl ? MK_CONTROL : 0, At(c.moves.back()));
-    EXPECT_EQ(::GetCapture(), nullptr);
-    EXPECT_EQ(Values(), Resolve(c.dropped));
-    ASSERT_EQ(host->notifications.size(), c.notifications);
-    EXPECT_EQ(host->notifications.back().values, Resolve(c.dropped)) << "the parent reads the dropped values";
-    ExpectEveryNotificationIsCode4();
-    TearDown();
-  }
+    for (const Case& c : cases) {
+      SCOPED_TRACE(std::string(c.what) + (vertical ? ", vertical" : ""));
+      Open(c.style, c.markers, vertical);
+      const WPARAM keys = MK_LBUTTON | (c.ctrl ? MK_CONTROL : 0);
+      Mouse(WM_LBUTTONDOWN, keys, Slider().MarkerThumbCenter(0));
+      EXPECT_EQ(::GetCapture(), Slider().m_hWnd);
+      for (double move : c.moves) Mouse(WM_MOUSEMOVE, keys, At(move));
+      EXPECT_EQ(Values(), Resolve(c.afterMoves));
+      Mouse(WM_LBUTTONUP, c.ctrl ? MK_CONTROL : 0, At(c.moves.back()));
+      EXPECT_EQ(::GetCapture(), nullptr);
+      EXPECT_EQ(Values(), Resolve(c.dropped));
+      ASSERT_EQ(host->notifications.size(), c.notifications);
+      EXPECT_EQ(host->notifications.back().values, Resolve(c.dropped)) << "the parent reads the dropped values";
+      ExpectEveryNotificationIsCode4();
+      TearDown();
+    }
 }
 
 TEST_F(WindowLevelSliderTest, InitIgnoresWhatItCannotUseAndClampsWhatItCan) {
@@ -214,9 +220,8 @@ TEST_F(WindowLevelSliderTest, RightClickOnAMarkerTakesATypedWholeNumberWithinIts
     script.Expect("the dialog shows the marker's whole value",
                   [&](const DialogView& v) { return v.Text(IDC_EDITINTERVAL_VALUE) == std::wstring(c.shown); });
     if (c.typed) {
-      script.Do("type the value", [&](StepContext& s) {
-        s.Require(s.View().SetEditText(IDC_EDITINTERVAL_VALUE, c.typed));
-      });
+      script.Do("type the value",
+                [&](StepContext& s) { s.Require(s.View().SetEditText(IDC_EDITINTERVAL_VALUE, c.typed)); });
       script.ClickOk();
     } else {
       script.ClickCancel();
@@ -249,8 +254,7 @@ TEST_F(WindowLevelSliderTest, RightClickOnTheBandRecoloursTheIntervalUnderThePoi
     script.ClickOk();
     const RunResult run = DialogDriver().Run(
         [&] {
-          return static_cast<int>(
-              ::SendMessageW(Slider().m_hWnd, WM_RBUTTONUP, 0, MAKELPARAM(inArea.x, inArea.y)));
+          return static_cast<int>(::SendMessageW(Slider().m_hWnd, WM_RBUTTONUP, 0, MAKELPARAM(inArea.x, inArea.y)));
         },
         script);
     EXPECT_TRUE(run.Ok()) << run.Report();

@@ -13,9 +13,7 @@ namespace {
 
 bool IsWeight(int32_t value) { return value >= 0 && value <= kWeightTotal; }
 
-bool AddsUp(const ColorWeights& w) {
-  return static_cast<int64_t>(w.red) + w.green + w.blue == kWeightTotal;
-}
+bool AddsUp(const ColorWeights& w) { return static_cast<int64_t>(w.red) + w.green + w.blue == kWeightTotal; }
 
 }  // namespace
 

@@ -77,8 +77,7 @@ void CQVBalanceColorsDlg::SetDialogStrings() {
   CQVGrayFamilyDlg::SetDialogStrings();
   for (int channel = 0; channel < 3; ++channel)
     SetItemString(IDC_BALANCE_RED_GROUP + channel * kIdsPerChannel, kStringFirstGroup + channel);
-  for (int weight = 0; weight < kWeightCount; ++weight)
-    SetItemString(LabelId(weight), kStringFirstLabel + weight % 3);
+  for (int weight = 0; weight < kWeightCount; ++weight) SetItemString(LabelId(weight), kStringFirstLabel + weight % 3);
 }
 
 void CQVBalanceColorsDlg::DoDataExchange(qvfw::CDataExchange* pDX) {

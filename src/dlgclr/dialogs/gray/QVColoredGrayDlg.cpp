@@ -48,8 +48,8 @@ int CQVColoredGrayDlg::CopyOut(QVCOLOREDGRAYDLGPARAMS& params) const {
 }
 
 int CQVColoredGrayDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
-  return bitmap.ConvertToColoredGray(m_weights.red, m_weights.green, m_weights.blue, m_grayFactors[0],
-                                     m_grayFactors[1], m_grayFactors[2]);
+  return bitmap.ConvertToColoredGray(m_weights.red, m_weights.green, m_weights.blue, m_grayFactors[0], m_grayFactors[1],
+                                     m_grayFactors[2]);
 }
 
 int CQVColoredGrayDlg::ApplyToCallersBitmap(BITMAPHANDLE* bitmap) {

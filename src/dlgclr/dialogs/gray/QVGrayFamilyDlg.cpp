@@ -37,4 +37,3 @@ void CQVGrayFamilyDlg::OnOK() {
   if (m_uFlags & QVDLG_AUTO_PROCESS) m_nProcessResult = ApplyToCallersBitmap(GetBitmap());
   CQVBeforeAfterDlg::OnOK();
 }
-

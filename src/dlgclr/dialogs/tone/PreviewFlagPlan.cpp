@@ -24,10 +24,14 @@ PreviewFlagPlan PlanPreviewFlags(uint32_t flags, const ToolbarBits& bits, bool h
   const bool keep5 = (flags & bits.button5) != 0;
   bool toolbarEmpty = true;
   if (!(keep5 && (keep3 || keep4))) plan.deleteButtons.push_back(5);
-  if (keep4) toolbarEmpty = false;
-  else plan.deleteButtons.push_back(4);
-  if (keep3) toolbarEmpty = false;
-  else plan.deleteButtons.push_back(3);
+  if (keep4)
+    toolbarEmpty = false;
+  else
+    plan.deleteButtons.push_back(4);
+  if (keep3)
+    toolbarEmpty = false;
+  else
+    plan.deleteButtons.push_back(3);
   if (!keep3 && !keep4) plan.deleteButtons.push_back(2);
   if (flags & QVDLG_SHOW_TOOL_ZOOMLEVEL) {
     toolbarEmpty = false;

@@ -20,11 +20,11 @@ struct ToolbarBits {
 constexpr ToolbarBits kStandardToolbarBits{0x0010u, 0x0020u, 0x0040u};
 
 struct PreviewFlagPlan {
-  bool showPreview = false;         // views and their labels shown, processing on
-  std::vector<int> deleteButtons;   // TB_DELETEBUTTON indices, in the order to send them
+  bool showPreview = false;        // views and their labels shown, processing on
+  std::vector<int> deleteButtons;  // TB_DELETEBUTTON indices, in the order to send them
   bool hideToolbar = false;
   bool zoomKeys = false;
-  bool contextHelp = false;         // WS_EX_CONTEXTHELP on the dialog
+  bool contextHelp = false;  // WS_EX_CONTEXTHELP on the dialog
   bool showHelpButton = false;
 };
 

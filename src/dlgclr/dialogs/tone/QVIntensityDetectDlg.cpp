@@ -31,11 +31,9 @@ constexpr uint32_t kRegionMode = 7;
 
 // Label and group texts: control id, then string id (OK, Cancel, Help, Before and After come from the base).
 constexpr std::pair<int, unsigned> kTexts[] = {
-    {IDC_INTENSITY_LOW_GROUP, 1202},             {IDC_INTENSITY_HIGH_GROUP, 1203},
-    {IDC_INTENSITY_CHANNEL_LABEL, 1204},         {IDC_INTENSITY_IN_LABEL, 1205},
-    {IDC_INTENSITY_OUT_LABEL, 1206},             {IDC_INTENSITY_COLOR_GROUP, 1209},
-    {IDC_INTENSITY_RED, 1210},                   {IDC_INTENSITY_GREEN, 1211},
-    {IDC_INTENSITY_BLUE, 1212},
+    {IDC_INTENSITY_LOW_GROUP, 1202}, {IDC_INTENSITY_HIGH_GROUP, 1203}, {IDC_INTENSITY_CHANNEL_LABEL, 1204},
+    {IDC_INTENSITY_IN_LABEL, 1205},  {IDC_INTENSITY_OUT_LABEL, 1206},  {IDC_INTENSITY_COLOR_GROUP, 1209},
+    {IDC_INTENSITY_RED, 1210},       {IDC_INTENSITY_GREEN, 1211},      {IDC_INTENSITY_BLUE, 1212},
 };
 
 constexpr std::pair<int, uint32_t> kChannelBoxes[] = {
@@ -88,8 +86,8 @@ void CQVIntensityDetectDlg::ApplyRangeRule() {
   if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
   // An error from the gray test (an unallocated bitmap) counts as "not gray".
   const int gray = Q_IsGrayScaleBitmap(bitmap, 0);
-  const int maximum =
-      qvdlg::IntensityRangeMaximum(gray > 0 ? gray : 0, bitmap->uFlags, bitmap->nBitsPerPixel, m_low.range.maximum);
+  const int maximum = qvdlg::IntensityRangeMaximum(gray > 0 ? gray : 0, bitmap->uFlags, bitmap->nBitsPerPixel,
+                                                   m_low.range.maximum);
   m_low.range.maximum = maximum;
   m_high.range.maximum = maximum;
 }
@@ -188,8 +186,9 @@ void CQVIntensityDetectDlg::OnOK() {
 }
 
 void CQVIntensityDetectDlg::EnableColorControls(bool enable) {
-  const int ids[] = {IDC_INTENSITY_COLOR_GROUP, IDC_INTENSITY_IN_LABEL, IDC_INTENSITY_OUT_LABEL, IDC_INTENSITY_RED,
-                     IDC_INTENSITY_GREEN,       IDC_INTENSITY_BLUE,     IDC_INTENSITY_IN_COLOR, IDC_INTENSITY_OUT_COLOR};
+  const int ids[] = {IDC_INTENSITY_COLOR_GROUP, IDC_INTENSITY_IN_LABEL, IDC_INTENSITY_OUT_LABEL,
+                     IDC_INTENSITY_RED,         IDC_INTENSITY_GREEN,    IDC_INTENSITY_BLUE,
+                     IDC_INTENSITY_IN_COLOR,    IDC_INTENSITY_OUT_COLOR};
   for (int id : ids) ::EnableWindow(GetDlgItemHandle(id), enable ? TRUE : FALSE);
 }
 

@@ -22,15 +22,15 @@ constexpr unsigned kStringApply = 4548;
 
 // Label texts: control id, then string id (OK, Cancel, Help, Before and After come from the base).
 constexpr std::pair<int, unsigned> kTexts[] = {
-    {IDC_LOCALHISTO_WIDTH_LABEL, 478},           {IDC_LOCALHISTO_HEIGHT_LABEL, 479},
-    {IDC_LOCALHISTO_SMOOTH_LABEL, 480},          {IDC_LOCALHISTO_XEXT_LABEL, 481},
-    {IDC_LOCALHISTO_YEXT_LABEL, 482},            {IDC_LOCALHISTO_SPACE_LABEL, 483},
+    {IDC_LOCALHISTO_WIDTH_LABEL, 478}, {IDC_LOCALHISTO_HEIGHT_LABEL, 479}, {IDC_LOCALHISTO_SMOOTH_LABEL, 480},
+    {IDC_LOCALHISTO_XEXT_LABEL, 481},  {IDC_LOCALHISTO_YEXT_LABEL, 482},   {IDC_LOCALHISTO_SPACE_LABEL, 483},
     {IDC_QV_APPLY, kStringApply},
 };
 
 // The colour-space entries: string id, then item data.
-constexpr std::pair<unsigned, uint32_t> kColorSpaces[] = {
-    {484, qvdlg::kLheRgb}, {485, qvdlg::kLheYuv}, {486, qvdlg::kLheGray}};
+constexpr std::pair<unsigned, uint32_t> kColorSpaces[] = {{484, qvdlg::kLheRgb},
+                                                          {485, qvdlg::kLheYuv},
+                                                          {486, qvdlg::kLheGray}};
 
 // Sets a combo's value and range without telling the dialog, as writing it from code must not count as the
 // user's change.
@@ -87,8 +87,8 @@ int CQVLocalHistoEqualizeDlg::CopyOut(QVLOCALHISTOEQUALIZEDLGPARAMS& params) con
 }
 
 int CQVLocalHistoEqualizeDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
-  return bitmap.LocalHistoEqualize(m_values.width, m_values.height, m_values.xExt, m_values.yExt,
-                                   m_values.colorSpace, m_values.smooth);
+  return bitmap.LocalHistoEqualize(m_values.width, m_values.height, m_values.xExt, m_values.yExt, m_values.colorSpace,
+                                   m_values.smooth);
 }
 
 BOOL CQVLocalHistoEqualizeDlg::OnInitDialog() {

@@ -15,8 +15,8 @@
 #include "qv/qvkrn.h"
 
 CQVToneDlg::CQVToneDlg(qvdlg::ToneEffect effect, qvfw::CWnd* parent, BITMAPHANDLE* bitmap, unsigned reserved)
-    : CQVBeforeAfterDlg(qvdlg::ToneMemberOf(effect).templateId, parent, bitmap,
-                        qvdlg::ToneMemberOf(effect).dialogId, reserved, 1),
+    : CQVBeforeAfterDlg(qvdlg::ToneMemberOf(effect).templateId, parent, bitmap, qvdlg::ToneMemberOf(effect).dialogId,
+                        reserved, 1),
       m_member(qvdlg::ToneMemberOf(effect)),
       m_nValue(m_member.defaultValue),
       m_nRangeMin(m_member.range.minimum),
@@ -32,9 +32,7 @@ int CQVToneDlg::CopyIn(int32_t zoomToFit, uint32_t valueBits, uint32_t flags) {
   return QV_SUCCESS;
 }
 
-CQVToneDlg::Output CQVToneDlg::CopyOut() const {
-  return {GetZoomToFit(), static_cast<uint32_t>(m_nValue)};
-}
+CQVToneDlg::Output CQVToneDlg::CopyOut() const { return {GetZoomToFit(), static_cast<uint32_t>(m_nValue)}; }
 
 int CQVToneDlg::MedianOfCallersBitmap() {
   if (!m_bMedianAsked && m_member.effect == qvdlg::ToneEffect::kHistoContrast) {
@@ -55,8 +53,8 @@ int CQVToneDlg::PrepareEffectBitmap(CQVBitmap& bitmap) {
 void CQVToneDlg::DecideRangeFromBitmap() {
   BITMAPHANDLE* bitmap = GetBitmap();
   if (!bitmap || !qv::IsValidAddress(bitmap, sizeof(BITMAPHANDLE), qv::Access::Read)) return;
-  const qvdlg::ToneRange range =
-      qvdlg::SolarizeRangeFor(Q_IsGrayScaleBitmap(bitmap, 0), bitmap->uFlags, bitmap->nBitsPerPixel);
+  const qvdlg::ToneRange range = qvdlg::SolarizeRangeFor(Q_IsGrayScaleBitmap(bitmap, 0), bitmap->uFlags,
+                                                         bitmap->nBitsPerPixel);
   m_nRangeMin = range.minimum;
   m_nRangeMax = range.maximum;
 }
@@ -96,7 +94,8 @@ void CQVToneDlg::DoDataExchange(qvfw::CDataExchange* pDX) {
 
 void CQVToneDlg::OnOK() {
   if (!PreEndDialog(1)) return;
-  if (m_uFlags & QVDLG_AUTO_PROCESS) m_nProcessResult = qvdlg::ApplyEffectInPlace(GetBitmap(), m_member.effect, m_nValue);
+  if (m_uFlags & QVDLG_AUTO_PROCESS)
+    m_nProcessResult = qvdlg::ApplyEffectInPlace(GetBitmap(), m_member.effect, m_nValue);
   CQVBeforeAfterDlg::OnOK();
 }
 

@@ -32,7 +32,7 @@ struct ToneMember {
   bool sliderBeforeUpdate;  // a typed value moves the slider before the preview is refreshed
   unsigned titleString;     // dialog kernel string ids
   unsigned groupString;
-  int sliderId;             // template control ids
+  int sliderId;  // template control ids
   int editId;
   int groupId;
   int beforeLabelId;

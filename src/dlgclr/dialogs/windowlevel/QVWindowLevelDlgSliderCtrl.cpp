@@ -35,9 +35,7 @@ int ToInt(double value) {
 
 // The client point a mouse message carries (signed: a captured pointer may
 // lie left of or above the window).
-POINT PointOf(LPARAM lParam) {
-  return POINT{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-}
+POINT PointOf(LPARAM lParam) { return POINT{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))}; }
 
 RECT Widened(RECT rect, int along, bool vertical) {
   ::InflateRect(&rect, vertical ? 0 : along, vertical ? along : 0);
@@ -369,8 +367,7 @@ void CQVWindowLevelDlgSliderCtrl::OnLButtonDown(UINT flags, POINT point) {
   m_grabbed = m_hitMarkers.front();
   m_selected = m_grabbed;
   m_dragStartValue = m_grabbed->value;
-  const qvwl::DragBounds bounds =
-      qvwl::ComputeDragBounds(Values(), Axis().PixelToValue(AlongOf(point)), m_min, m_max);
+  const qvwl::DragBounds bounds = qvwl::ComputeDragBounds(Values(), Axis().PixelToValue(AlongOf(point)), m_min, m_max);
   m_lowerBound = bounds.lower;
   m_upperBound = bounds.upper;
   m_collision = qvwl::kNoCollision;
@@ -512,21 +509,11 @@ void CQVWindowLevelDlgSliderCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
       }
       break;
     }
-    case VK_PRIOR:
-      MoveSelectedTo(m_selected->value - page);
-      break;
-    case VK_NEXT:
-      MoveSelectedTo(m_selected->value + page);
-      break;
-    case VK_HOME:
-      MoveSelectedTo(-HUGE_VAL);
-      break;
-    case VK_END:
-      MoveSelectedTo(HUGE_VAL);
-      break;
-    default:
-      Default();
-      break;
+    case VK_PRIOR: MoveSelectedTo(m_selected->value - page); break;
+    case VK_NEXT: MoveSelectedTo(m_selected->value + page); break;
+    case VK_HOME: MoveSelectedTo(-HUGE_VAL); break;
+    case VK_END: MoveSelectedTo(HUGE_VAL); break;
+    default: Default(); break;
   }
 }
 
@@ -564,13 +551,9 @@ void CQVWindowLevelDlgSliderCtrl::OnSize(UINT type, int cx, int cy) {
 
 LRESULT CQVWindowLevelDlgSliderCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_RBUTTONUP:
-      OnRButtonUp(static_cast<UINT>(wParam), PointOf(lParam));
-      return 0;
-    case WM_GETDLGCODE:
-      return DLGC_WANTARROWS;
-    default:
-      return qvfw::CSliderCtrl::WindowProc(message, wParam, lParam);
+    case WM_RBUTTONUP: OnRButtonUp(static_cast<UINT>(wParam), PointOf(lParam)); return 0;
+    case WM_GETDLGCODE: return DLGC_WANTARROWS;
+    default: return qvfw::CSliderCtrl::WindowProc(message, wParam, lParam);
   }
 }
 
@@ -594,8 +577,7 @@ void CQVWindowLevelDlgSliderCtrl::Paint(HDC dc, const RECT& clip) {
   const int width = client.right - client.left;
   const int height = client.bottom - client.top;
   qvfw::UniqueMemoryDC memory(::CreateCompatibleDC(dc));
-  qvfw::UniqueBitmap bitmap(memory && width > 0 && height > 0 ? ::CreateCompatibleBitmap(dc, width, height)
-                                                              : nullptr);
+  qvfw::UniqueBitmap bitmap(memory && width > 0 && height > 0 ? ::CreateCompatibleBitmap(dc, width, height) : nullptr);
   if (!memory || !bitmap) {
     DrawAll(dc);
     return;
@@ -603,8 +585,8 @@ void CQVWindowLevelDlgSliderCtrl::Paint(HDC dc, const RECT& clip) {
   {
     qvfw::SelectObjectScope select(memory.Get(), bitmap.Get());
     DrawAll(memory.Get());
-    ::BitBlt(dc, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, memory.Get(), clip.left,
-             clip.top, SRCCOPY);
+    ::BitBlt(dc, clip.left, clip.top, clip.right - clip.left, clip.bottom - clip.top, memory.Get(), clip.left, clip.top,
+             SRCCOPY);
   }
 }
 

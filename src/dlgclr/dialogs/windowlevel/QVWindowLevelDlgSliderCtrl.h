@@ -81,8 +81,8 @@ class CQVWindowLevelDlgSliderCtrl : public qvfw::CSliderCtrl {
   // that is not finite or runs backwards. Values outside the range are
   // clamped into it; values that are not numbers are skipped. The palette is
   // the caller's and must outlive the slider.
-  void Init(double minimum, double maximum, UINT tickFrequency, int markerCount, const double* markerValues,
-            int style, const RGBQUAD* palette, UINT paletteCount);
+  void Init(double minimum, double maximum, UINT tickFrequency, int markerCount, const double* markerValues, int style,
+            const RGBQUAD* palette, UINT paletteCount);
   // Writes the values in ascending order; `buffer` holds GetMarkerCount()
   // doubles. Returns their number.
   int GetMarkerValues(double* buffer) const;

@@ -28,9 +28,7 @@ BOOL CALLBACK MatchChildId(HWND hwnd, LPARAM param) {
   return FALSE;
 }
 
-bool HasClass(HWND hwnd, const wchar_t* name) {
-  return _wcsicmp(WindowClass(hwnd).c_str(), name) == 0;
-}
+bool HasClass(HWND hwnd, const wchar_t* name) { return _wcsicmp(WindowClass(hwnd).c_str(), name) == 0; }
 
 LPARAM PointParam(POINT pt) {
   return MAKELPARAM(static_cast<WORD>(static_cast<SHORT>(pt.x)), static_cast<WORD>(static_cast<SHORT>(pt.y)));
@@ -85,8 +83,6 @@ Outcome DialogView::CommitEdit(int id) const {
   return Outcome::Ok();
 }
 
-
-
 Outcome DialogView::Click(int id) const {
   HWND ctl = Control(id);
   if (!ctl) return Missing(id);
@@ -94,12 +90,6 @@ Outcome DialogView::Click(int id) const {
   SendMessageW(ctl, BM_CLICK, 0, 0);
   return Outcome::Ok();
 }
-
-
-
-
-
-
 
 Outcome DialogView::PostKey(int id, UINT virtualKey) const {
   HWND ctl = Control(id);
@@ -111,7 +101,6 @@ Outcome DialogView::PostKey(int id, UINT virtualKey) const {
   PostMessageW(ctl, WM_KEYUP, virtualKey, down | (1LL << 30) | (1LL << 31));
   return Outcome::Ok();
 }
-
 
 Outcome DialogView::Mouse(int id, UINT message, WPARAM keys, POINT pt) const {
   HWND target = id == 0 ? m_dialog : Control(id);
@@ -127,7 +116,6 @@ Outcome DialogView::MouseMove(int id, POINT pt, bool leftHeld) const {
 }
 
 Outcome DialogView::MouseUp(int id, POINT pt) const { return Mouse(id, WM_LBUTTONUP, 0, pt); }
-
 
 Outcome DialogView::MouseWheel(int id, POINT pt, int delta) const {
   HWND target = id == 0 ? m_dialog : Control(id);
@@ -159,15 +147,11 @@ std::optional<std::wstring> DialogView::Text(int id) const {
   return WindowCaption(ctl);
 }
 
-
-
 std::optional<bool> DialogView::Visible(int id) const {
   HWND ctl = Control(id);
   if (!ctl) return std::nullopt;
   return IsWindowVisible(ctl) != FALSE;
 }
-
-
 
 std::optional<int> DialogView::TrackbarPos(int id) const {
   HWND ctl = Control(id);
@@ -182,14 +166,11 @@ std::optional<std::pair<int, int>> DialogView::TrackbarRange(int id) const {
                         static_cast<int>(SendMessageW(ctl, TBM_GETRANGEMAX, 0, 0)));
 }
 
-
-
 std::optional<int> DialogView::ToolbarButtonCount(int id) const {
   HWND ctl = Control(id);
   if (!ctl) return std::nullopt;
   return static_cast<int>(SendMessageW(ctl, TB_BUTTONCOUNT, 0, 0));
 }
-
 
 std::optional<Image> DialogView::Pixels(int id) const {
   HWND ctl = Control(id);
@@ -202,8 +183,7 @@ Outcome DialogView::SelectComboIndex(int id, int index) const {
   if (!ctl) return Missing(id);
   if (SendMessageW(ctl, CB_SETCURSEL, index, 0) == CB_ERR)
     return Outcome::Fail("combo " + std::to_string(id) + " has no item " + std::to_string(index));
-  SendMessageW(GetParent(ctl), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(ctl), CBN_SELCHANGE),
-               reinterpret_cast<LPARAM>(ctl));
+  SendMessageW(GetParent(ctl), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(ctl), CBN_SELCHANGE), reinterpret_cast<LPARAM>(ctl));
   return Outcome::Ok();
 }
 

@@ -128,8 +128,8 @@ void DialogDriver::OnTick() {
     if (m_scriptEnd == 0) m_scriptEnd = GetTickCount64();
     if (GetTickCount64() - m_scriptEnd <= m_options.closeGraceMs) return;
     std::string still = m_running.empty() ? "" : "; " + RunningSteps() + " had not returned";
-    Abort("the dialog outlived its script: '" + Narrow(WindowCaption(m_stack.Innermost())) +
-          "' was still open after " + StepName(steps.size() - 1) + still);
+    Abort("the dialog outlived its script: '" + Narrow(WindowCaption(m_stack.Innermost())) + "' was still open after " +
+          StepName(steps.size() - 1) + still);
     return;
   }
   size_t index = m_next;

@@ -24,8 +24,7 @@ Script& Script::Expect(std::string description, std::function<bool(const DialogV
   });
 }
 
-Script& Script::WaitUntil(std::string description, std::function<bool(const DialogView&)> condition,
-                          DWORD waitMs) {
+Script& Script::WaitUntil(std::string description, std::function<bool(const DialogView&)> condition, DWORD waitMs) {
   std::string what = description;
   return Do(
       std::move(description),

@@ -72,8 +72,7 @@ using UniqueGdiObject = UniqueHandle<GdiObjectTraits>;
 // needs its window, so it is not a plain traits handle.
 class WindowDc {
  public:
-  WindowDc(HWND hwnd, bool withFrame)
-      : m_hwnd(hwnd), m_dc(withFrame ? GetWindowDC(hwnd) : GetDC(hwnd)) {}
+  WindowDc(HWND hwnd, bool withFrame) : m_hwnd(hwnd), m_dc(withFrame ? GetWindowDC(hwnd) : GetDC(hwnd)) {}
   WindowDc(const WindowDc&) = delete;
   WindowDc& operator=(const WindowDc&) = delete;
   ~WindowDc() {
